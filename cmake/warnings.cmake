@@ -1,0 +1,16 @@
+# Warnings are errors in everything that we wrote; `vlx_own` marks a target as ours.
+add_library(vlx_warnings INTERFACE)
+target_compile_options(vlx_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wcast-qual -Wformat=2 -Wundef
+    $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast>)
+
+add_library(vlx_sanitize INTERFACE)
+if(VLX_SANITIZE)
+    target_compile_options(vlx_sanitize INTERFACE
+        -fsanitize=${VLX_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(vlx_sanitize INTERFACE -fsanitize=${VLX_SANITIZE})
+endif()
+
+function(vlx_own target)
+    target_link_libraries(${target} PRIVATE vlx_warnings vlx_sanitize)
+endfunction()

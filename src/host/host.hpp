@@ -1,0 +1,88 @@
+// The contract with the host: everything that the library asks of an operating system. `posix/` and
+// `windows/` fulfil it, and the tests have a host that keeps its files in memory. One of them is
+// linked; nothing else in the library knows a platform.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "tessera.h"
+
+namespace vlx::host {
+
+// An open file. The value belongs to the host; kNoFile is none.
+using File = std::intptr_t;
+inline constexpr File kNoFile = -1;
+
+// A file prepared for mapping. 0 is none.
+using Mapping = std::intptr_t;
+
+enum class Access : std::uint8_t {
+    kRead,   // an existing file, for reading, shared with other readers; read here and there
+    kWrite,  // a new file, or an existing one emptied, for writing, not shared
+    kUpdate, // an existing file, for reading and writing, not shared
+};
+
+// Why a file did not open.
+enum class OpenError : std::uint8_t { kNone, kNotFound, kAccessDenied, kOther };
+
+enum class Origin : std::uint8_t { kBegin, kCurrent, kEnd };
+
+// Separators and fixed paths of this host. The control name carries its own separator.
+extern const char* const kPathSeparator;
+extern const char* const kControlName;     // "/control.nls"
+extern const char* const kDefaultDirectory; // the locale directory when nothing else is told
+
+// Opens a file; kNoFile and `error` on failure.
+File open(const char* path, Access access, OpenError& error);
+
+// False leaves the file open.
+bool close(File file);
+
+bool exists(const char* path);
+
+// Reads at the file's position, which moves. False on failure; 0 bytes at the end of the file.
+bool read(File file, void* buffer, std::uint32_t count, std::uint32_t& done);
+
+// Moves the file's position.
+bool seek(File file, std::int32_t offset, Origin origin);
+
+// Removes a file.
+bool remove(const char* path);
+
+// Replaces `target` by `source` in one step: others see the old file or the new one.
+bool replace(const char* source, const char* target);
+
+// Splits a path before the dot of its extension: `stemLength` counts what stands before it. A path
+// without an extension has an empty one.
+std::size_t stemLength(const char* path);
+
+// Prepares the whole file for read-only views; 0 on failure, which an empty file is.
+Mapping createMapping(File file);
+bool closeMapping(Mapping mapping);
+
+// A view begins at a multiple of this.
+std::uint32_t granularity();
+
+// Maps `length` bytes, read-only; null on failure, which a range outside the file is. `offset` is a
+// multiple of the granularity, and so is the address.
+const void* mapView(Mapping mapping, std::uint32_t offset, std::uint32_t length);
+
+// Ends the view that begins at `view`; false if there is none.
+bool unmapView(const void* view);
+
+// The defaults of the allocator slots; the context is ignored. A free gives non-zero on success.
+void* allocate(TSContext context, std::uint32_t bytes);
+std::int32_t free(TSContext context, void* memory);
+
+// Copies the value of an environment variable, terminated, if it fits `size`. Returns its length,
+// the size needed with terminator if it does not fit, or -1 if it is not set.
+std::int32_t environment(const char* name, char* buffer, std::uint32_t size);
+
+// The id of the user's locale in the numbering of the native locale table; 0 if the host has none.
+std::uint32_t userLocaleId();
+
+// Compares bytes without regard to the case of ASCII letters.
+bool equalIgnoringCase(const char* left, const char* right, std::size_t length);
+
+} // namespace vlx::host
