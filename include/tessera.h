@@ -26,16 +26,14 @@
 
 #include "tsconst.h"
 
-#if defined(VLX_STATIC)
+#if !defined(_WIN32)
+#define TS_API __attribute__((visibility("default")))
+#elif defined(VLX_STATIC)
 #define TS_API
-#elif defined(_WIN32)
-#if defined(VLX_BUILD)
+#elif defined(VLX_BUILD)
 #define TS_API __declspec(dllexport)
 #else
 #define TS_API __declspec(dllimport)
-#endif
-#else
-#define TS_API __attribute__((visibility("default")))
 #endif
 
 #ifdef __cplusplus

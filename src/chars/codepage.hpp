@@ -46,8 +46,8 @@ TSChar32 TSCpUnicodeToWide(const TSObject* object, TSChar16 value);
 const TSTypeRecord* TSCpCharTypeRecord(const TSObject* object, const char* string);
 const TSTypeRecord* TSCpCharTypeRecordW(const TSObject* object, TSChar32 value);
 
-// Maps the case of a character longer than one byte by its type record, if the record's type has one
-// of the bits of `mapping`. The first writes at most 4 bytes to `output`.
+// Maps the case of a character longer than one byte by its type record, if the record's type has
+// one of the bits of `mapping`. The first writes at most 4 bytes to `output`.
 void TSCpMapChar(const TSObject* object, const char* string, char* output, std::uint32_t mapping);
 TSChar32 TSCpMapCharW(const TSObject* object, TSChar32 value, std::uint32_t mapping);
 

@@ -1,0 +1,244 @@
+// The check of a code page object at load, and the copy of one that does not pass.
+#include <algorithm>
+#include <cstring>
+
+#include "chars/cpfile.hpp"
+#include "frame/globals.hpp"
+#include "frame/sections.hpp"
+
+namespace vlx {
+namespace {
+
+constexpr int kMaxCharBytes = 4;
+constexpr std::uint32_t kMaxOffset = 0xFFFF;
+constexpr std::uint32_t kMaxIndex = 0xFFFF + 0xFF; // a 16-bit base and a masked byte
+
+// Blocks of this size hold everything that an offset and an index can reach.
+constexpr std::uint32_t kPaddedSize[TSObjHeader::kMaxSections] = {
+    kMaxOffset + (kMaxIndex + 1) * std::uint32_t{sizeof(TSTypeRecord)},
+    (kMaxIndex + 1) * std::uint32_t{sizeof(TSUnicodeNode)},
+    kMaxOffset + 256 * std::uint32_t{sizeof(Le16)},
+    kMaxOffset + 256 * std::uint32_t{sizeof(Le16)},
+};
+static_assert(kPaddedSize[0] >= kMaxOffset + kMaxOffset * sizeof(TSMapPair));
+static_assert(kPaddedSize[1] >= kMaxOffset + (kMaxIndex + 1) * sizeof(Le16));
+
+const TSCodePageHeader& headerOf(const Section& section)
+{
+    return *reinterpret_cast<const TSCodePageHeader*>(section.data);
+}
+
+// The largest index that a byte in `low` to `high` gives under `mask`; -1 for an empty range.
+int largestIndex(std::uint8_t mask, unsigned low, unsigned high)
+{
+    if (mask == 0xFF)
+        return low <= high ? static_cast<int>(high) : -1;
+    int largest = -1;
+    for (unsigned byte = low; byte <= high; ++byte)
+        largest = std::max(largest, static_cast<int>(byte & mask));
+    return largest;
+}
+
+// How many bytes a walk may use that begins with `lead`. A lead of a single byte is walked only for
+// packed values, which have four bytes of room.
+int walkLength(const TSCodePageHeader& page, unsigned lead)
+{
+    const int length = page.cpFlags & kStateful ? page.maxCharBytes : page.charLength[lead];
+    return length >= 2 && length <= kMaxCharBytes ? length : kMaxCharBytes;
+}
+
+// The nodes of section 2.
+struct UnicodeTrie {
+    using Node = TSUnicodeNode;
+    static constexpr Node kDead{1, 0, 1, 0, std::uint16_t{0}}; // a leaf that no byte passes
+
+    const std::uint8_t* nodes;
+    std::uint32_t nodeBytes; // up to the end of the section
+    std::uint32_t leafBytes; // from the table of Unicode values to the end of the section
+
+    static unsigned low(const Node& node) { return node.low; }
+    static unsigned high(const Node& node) { return node.high; }
+    bool leafFits(const Node& node) const
+    {
+        const int index = largestIndex(node.mask, node.low, node.high);
+        return index < 0 ||
+               (node.base + static_cast<unsigned>(index) + 1) * sizeof(Le16) <= leafBytes;
+    }
+};
+
+// The nodes of character types, which have no range.
+struct TypeTrie {
+    using Node = TSTypeNode;
+    static constexpr Node kDead{1, 0, std::uint16_t{0}}; // a leaf with the first record
+
+    const std::uint8_t* nodes;
+    std::uint32_t nodeBytes;
+    std::uint32_t leafBytes;
+
+    static unsigned low(const Node&) { return 0; }
+    static unsigned high(const Node&) { return 255; }
+    bool leafFits(const Node& node) const
+    {
+        return (node.base + node.mask + 1u) * sizeof(TSTypeRecord) <= leafBytes;
+    }
+};
+
+// Walks a trie over every input. A node that would need a byte behind the character, or that lies
+// or leads outside its section, is a fault; `mend` turns it into a dead leaf and goes on.
+template <class Trie>
+class TrieWalk {
+    using Node = typename Trie::Node;
+
+  public:
+    TrieWalk(const Trie& trie, bool mend) : trie_(trie), mend_(mend) {}
+
+    bool run(const TSCodePageHeader& page)
+    {
+        if (!inside(0))
+            return false;
+        const Node root = node(0);
+        if (root.isLeaf)
+            return trie_.leafFits(root) || mend(0);
+        for (unsigned lead = Trie::low(root); lead <= Trie::high(root); ++lead)
+            if (!visit(root.base + (lead & root.mask), walkLength(page, lead) - 1))
+                return false;
+        return true;
+    }
+
+  private:
+    // A node with `bytes` bytes of input left. Each node is visited once for each number of them.
+    bool visit(unsigned index, int bytes)
+    {
+        if (!inside(index))
+            return false;
+        std::uint8_t& seen = seen_[index];
+        const auto bit = static_cast<std::uint8_t>(1 << bytes);
+        if (seen & bit)
+            return true;
+        seen = static_cast<std::uint8_t>(seen | bit);
+
+        const Node here = node(index);
+        if (here.isLeaf)
+            return trie_.leafFits(here) || mend(index);
+        if (bytes == 1)
+            return mend(index);
+        for (unsigned byte = Trie::low(here); byte <= Trie::high(here); ++byte)
+            if (!visit(here.base + (byte & here.mask), bytes - 1))
+                return false;
+        return true;
+    }
+
+    bool inside(unsigned index) const { return (index + 1) * sizeof(Node) <= trie_.nodeBytes; }
+
+    Node node(unsigned index) const
+    {
+        Node node;
+        std::memcpy(&node, trie_.nodes + index * sizeof(Node), sizeof node);
+        return node;
+    }
+
+    bool mend(unsigned index)
+    {
+        if (mend_) // the nodes stand in a block that this unit has allocated
+            std::memcpy(const_cast<std::uint8_t*>(trie_.nodes) + index * sizeof(Node), &Trie::kDead,
+                        sizeof(Node));
+        return mend_;
+    }
+
+    const Trie& trie_;
+    const bool mend_;
+    std::uint8_t seen_[kMaxIndex + 1] = {};
+};
+
+std::uint32_t bytesFrom(const Section& section, std::uint32_t offset)
+{
+    return section.size > offset ? section.size - offset : 0;
+}
+
+bool walkTries(const LoadedSections& sections, bool mend)
+{
+    const TSCodePageHeader& page = headerOf(sections[0]);
+    if (sections[1].data) {
+        const UnicodeTrie trie{sections[1].data, sections[1].size,
+                               bytesFrom(sections[1], page.leafTableOffset)};
+        if (!TrieWalk(trie, mend).run(page))
+            return false;
+    }
+    if (page.typeTrieOffset == 0)
+        return true;
+    const TypeTrie trie{sections[0].data + page.typeTrieOffset,
+                        bytesFrom(sections[0], page.typeTrieOffset),
+                        bytesFrom(sections[0], page.typeRecordsOffset)};
+    return TrieWalk(trie, mend).run(page);
+}
+
+bool lengthsAreSound(const TSCodePageHeader& page)
+{
+    if (page.maxCharBytes < 1 || page.maxCharBytes > kMaxCharBytes)
+        return false;
+    return std::all_of(page.charLength, page.charLength + 256,
+                       [&](std::uint8_t length) { return length >= 1 && length <= kMaxCharBytes; });
+}
+
+bool unicodePageIsSound(const TSUnicodePage& page, const LoadedSections& sections)
+{
+    const int index = largestIndex(page.mask, page.low, page.high);
+    if (index < 0)
+        return true;
+    if (page.kind >= kPageKinds)
+        return false;
+    constexpr std::uint32_t width3[kPageKinds] = {1, 2, 2, 2, 1};
+    constexpr std::uint32_t width4[kPageKinds] = {0, 0, 1, 2, 1};
+    const auto fits = [index](const Section& section, std::uint32_t offset, std::uint32_t width) {
+        return width == 0 ||
+               offset + (static_cast<std::uint32_t>(index) + 1) * width <= section.size;
+    };
+    return fits(sections[2], page.offset3, width3[page.kind]) &&
+           fits(sections[3], page.offset4, width4[page.kind]);
+}
+
+bool mapTablesAreSound(const TSCodePageHeader& page, std::uint32_t size)
+{
+    return page.mapValuesOffset + 256 * sizeof(Le32) <= size &&
+           page.mapPairsOffset + page.mapPairCount * sizeof(TSMapPair) <= size;
+}
+
+} // namespace
+
+bool codePageIsSound(std::uint16_t id, const LoadedSections& sections)
+{
+    if (sections[0].size < sizeof(TSCodePageHeader))
+        return false;
+    const TSCodePageHeader& page = headerOf(sections[0]);
+    if (!lengthsAreSound(page) || !mapTablesAreSound(page, sections[0].size) ||
+        page.typeTrieOffset > sections[0].size)
+        return false;
+    // UTF-8 goes by rule: its pages are never read.
+    if (id != kUtf8CodePage &&
+        !std::all_of(page.unicodePages, page.unicodePages + 256, [&](const TSUnicodePage& entry) {
+            return unicodePageIsSound(entry, sections);
+        }))
+        return false;
+    return walkTries(sections, false);
+}
+
+bool padCodePage(std::uint16_t, const LoadedSections& sections, LoadedSections& copy)
+{
+    for (int i = 0; i < TSObjHeader::kMaxSections; ++i) {
+        copy[i] = {copyPadded(sections[i], kPaddedSize[i]), kPaddedSize[i], true};
+        if (!copy[i].data)
+            return false;
+    }
+    auto& page = *reinterpret_cast<TSCodePageHeader*>(const_cast<std::uint8_t*>(copy[0].data));
+    const auto clamp = [](std::uint8_t length) {
+        return std::clamp<std::uint8_t>(length, 1, kMaxCharBytes);
+    };
+    page.maxCharBytes = clamp(page.maxCharBytes);
+    std::transform(page.charLength, page.charLength + 256, page.charLength, clamp);
+    for (TSUnicodePage& entry : page.unicodePages)
+        if (entry.kind >= kPageKinds)
+            entry = {kPageByte, 0, 1, 0, std::uint16_t{0}, std::uint16_t{0}}; // maps nothing
+    return walkTries(copy, true);
+}
+
+} // namespace vlx
