@@ -30,7 +30,7 @@ enum class Origin : std::uint8_t { kBegin, kCurrent, kEnd };
 
 // Separators and fixed paths of this host. The control name carries its own separator.
 extern const char* const kPathSeparator;
-extern const char* const kControlName;     // "/control.nls"
+extern const char* const kControlName;      // "/control.nls"
 extern const char* const kDefaultDirectory; // the locale directory when nothing else is told
 
 // Opens a file; kNoFile and `error` on failure.

@@ -48,7 +48,8 @@ struct SYS1_Descriptor {
     void* resolved;        // of a process descriptor: the address of the data once it is resolved
 };
 
-// The address of the data, or null if there is no memory for it.
+// The address of the data, or null if there is no memory for it. While the data of a thread ends,
+// the thread gets what it has and nothing new.
 ZBQ_API void* SYS1_ResolveProcess(SYS1_Descriptor* descriptor, const char* sourceName,
                                   std::int32_t line);
 ZBQ_API void* SYS1_ResolveThread(SYS1_Descriptor* descriptor, const char* sourceName,
@@ -63,8 +64,9 @@ struct TRC1_FileRecord {
     const char* buildTime;
 };
 
-// What a function tells about itself. `cell` belongs to the unit and starts as 1; the service raises
-// it when the settings change. A `generation` that equals the cell says that `flags` is current.
+// What a function tells about itself. `cell` belongs to the unit and starts as 1; the service
+// raises it when the settings change. A `generation` that equals the cell says that `flags` is
+// current.
 struct TRC1_FunctionRecord {
     const TRC1_FileRecord* file;
     const char* name;
@@ -95,7 +97,8 @@ ZBQ_API void TRC1_Event(TRC1_FunctionRecord* record, std::int32_t line, std::int
 #if defined(__GNUC__)
 __attribute__((format(printf, 3, 4)))
 #endif
-ZBQ_API void TRC1_Printf(TRC1_FunctionRecord* record, std::int32_t line, const char* format, ...);
+ZBQ_API void
+TRC1_Printf(TRC1_FunctionRecord* record, std::int32_t line, const char* format, ...);
 
 ZBQ_API void TRC1_Dump(TRC1_FunctionRecord* record, std::int32_t line, const void* address,
                        std::uint32_t length, const char* label);

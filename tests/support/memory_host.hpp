@@ -1,0 +1,48 @@
+// A host that keeps its files in memory, with a granularity of its own and failures on demand. It
+// fulfils the contract of host/host.hpp in place of the real one.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vlx::test {
+
+struct MemoryHost {
+    // Forgets all files, settings, pending failures and counts. What the library still holds
+    // (files, mappings, views, blocks) stays valid and can be given back, but isn't counted any
+    // more.
+    static void reset();
+
+    // Files. A path is compared as it stands. `put` replaces a file as a rename would: views and
+    // open files keep the old one.
+    static void put(std::string_view path, std::span<const std::uint8_t> bytes);
+    static void put(std::string_view path, std::string_view text);
+    static std::optional<std::vector<std::uint8_t>> get(std::string_view path);
+    static void erase(std::string_view path);
+
+    // Every open of the path, and its removal and replacement, is denied from now on.
+    static void deny(std::string_view path);
+
+    // The nth call from now that can fail (open, close, read, seek, remove, replace, createMapping,
+    // closeMapping, mapView, unmapView, allocate, free) fails once; 0 takes the order back.
+    static void failCall(std::uint32_t n);
+
+    // The number of such calls since the reset.
+    static std::uint32_t calls();
+
+    // What is open since the reset.
+    static int openFiles();
+    static int openMappings();
+    static int openViews();
+    static int liveBlocks();
+
+    static void setEnvironment(std::string_view name, std::string_view value);
+    static void clearEnvironment();
+    static void setUserLocaleId(std::uint32_t id);
+};
+
+} // namespace vlx::test

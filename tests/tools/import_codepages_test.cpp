@@ -1,0 +1,48 @@
+// The committed code page sources are what the importer writes, byte by byte.
+#include <filesystem>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unicode/uvernum.h>
+#include <unicode/uversion.h>
+
+#include "import.hpp"
+#include "source_tree.hpp"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string icuVersion()
+{
+    UVersionInfo version;
+    char text[U_MAX_VERSION_STRING_LENGTH];
+    u_getVersion(version);
+    u_versionToString(version, text);
+    return text;
+}
+
+TEST(ImportCodePages, GivesTheCommittedSources)
+{
+    if (icuVersion() != "72.1")
+        GTEST_SKIP() << "the sources come from ICU 72.1, and this is " << icuVersion();
+    const SourceTree tree;
+    fs::create_directory(tree.path("pages"));
+    ASSERT_TRUE(vlx::import::importCodePages({tree.path("pages")}));
+    int pages = 0;
+    for (const auto& file : fs::directory_iterator(tree.path("pages"))) {
+        const std::string name = file.path().filename().string();
+        EXPECT_EQ(contentOf(file.path().string()),
+                  contentOf(std::string(VLX_DATA_DIRECTORY) + "/codepages/" + name))
+            << name;
+        ++pages;
+    }
+    EXPECT_EQ(pages, 12);
+}
+
+TEST(ImportCodePages, FailsWithoutADirectoryToWriteTo)
+{
+    EXPECT_FALSE(vlx::import::importCodePages({"/nonexistent/directory"}));
+}
+
+} // namespace

@@ -1,0 +1,269 @@
+// Every character of every shipped code page, read back by a reader of its own and compared with
+// the source, with ICU and with glibc. What differs from those two stands in
+// codepage-differences.tsv, with the reason; a line that no longer holds fails too.
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unicode/uchar.h>
+
+#include "characters.hpp"
+#include "converter.hpp"
+#include "page_reader.hpp"
+#include "shipped.hpp"
+#include "sourcefile.hpp"
+#include "width.hpp"
+
+using namespace vlx::data;
+
+namespace {
+
+constexpr std::uint32_t kHalfWidth = 0x10000000;
+constexpr std::uint32_t kUpper = 0x002;
+constexpr std::uint32_t kLower = 0x004;
+
+const CharacterData& characters()
+{
+    static const CharacterData data = [] {
+        Diagnostics diagnostics;
+        auto loaded = CharacterData::load(VLX_DATA_DIRECTORY "/unicode", diagnostics);
+        return loaded.value();
+    }();
+    return data;
+}
+
+// How a converter differs from the page at a key; the table of differences explains the words.
+using Differences = std::map<std::uint32_t, std::string>;
+
+template <class Map>
+Differences differencesOf(const Map& ours, const Map& theirs)
+{
+    Differences found;
+    for (const auto& [key, value] : ours)
+        if (const auto other = theirs.find(key); other == theirs.end())
+            found[key] = "missing";
+        else if (other->second != value)
+            found[key] = "other";
+    for (const auto& [key, value] : theirs)
+        if (!ours.contains(key))
+            found[key] = "extra";
+    return found;
+}
+
+// Marks what the converter itself does not take back.
+void markOneWay(Differences& found, const vlx::import::ConverterTables& theirs)
+{
+    for (auto& [key, kind] : found) {
+        const auto character = theirs.encode.find(static_cast<std::uint16_t>(key));
+        if (character == theirs.encode.end())
+            continue;
+        const auto back = theirs.decode.find(character->second);
+        if (back == theirs.decode.end() || back->second != key)
+            kind = "oneway";
+    }
+}
+
+// A line of the table of differences: keys from first to last, exactly `count` of them.
+struct Listed {
+    std::string kind;
+    std::uint32_t first;
+    std::uint32_t last;
+    int count;
+    int seen = 0;
+
+    bool covers(std::uint32_t key, const std::string& how) const
+    {
+        return how == kind && key >= first && key <= last;
+    }
+};
+
+std::vector<Listed> listedDifferences(const std::string& page, const std::string& converter,
+                                      const std::string& direction)
+{
+    std::vector<Listed> lines;
+    Diagnostics diagnostics;
+    const auto table = readSource(VLX_TEST_DIRECTORY "/codepage-differences.tsv", diagnostics);
+    for (const SourceLine& line : table.value()) {
+        const auto words = wordsOf(line.text);
+        if (words.size() > 7 && words[0] == page && words[1] == converter && words[2] == direction)
+            lines.push_back({std::string(words[3]), parseHex(words[4], 0xFFFFFF).value(),
+                             parseHex(words[5], 0xFFFFFF).value(),
+                             static_cast<int>(parseDecimal(words[6], 0xFFFF).value())});
+    }
+    return lines;
+}
+
+void expectListed(const Differences& found, std::vector<Listed> listed)
+{
+    std::string unlisted;
+    for (const auto& difference : found) {
+        const auto line = std::find_if(listed.begin(), listed.end(), [&](const Listed& one) {
+            return one.covers(difference.first, difference.second);
+        });
+        if (line == listed.end())
+            unlisted += hexText(difference.first, 4) + " " + difference.second + ", ";
+        else
+            ++line->seen;
+    }
+    EXPECT_EQ(unlisted, "");
+    for (const Listed& line : listed)
+        EXPECT_EQ(line.seen, line.count) << line.kind << " from " << hexText(line.first, 4);
+}
+
+void expectAgreement(const PageReader& reader, const std::string& page,
+                     const std::string& converter, const vlx::import::ConverterTables& theirs)
+{
+    expectListed(differencesOf(reader.allDecoded(), theirs.decode),
+                 listedDifferences(page, converter, "decode"));
+    Differences encoding = differencesOf(reader.allEncoded(), theirs.encode);
+    markOneWay(encoding, theirs);
+    expectListed(encoding, listedDifferences(page, converter, "encode"));
+}
+
+class ShippedPages : public testing::TestWithParam<ShippedPage> {
+  protected:
+    PageReader reader_{compiledPath(GetParam().id), GetParam().id};
+};
+
+TEST_P(ShippedPages, DecodeAsTheSourceSays)
+{
+    EXPECT_EQ(reader_.allDecoded(), decodeTableOf(sourcePath(GetParam().name)));
+}
+
+TEST_P(ShippedPages, EncodeEveryValueThatIsDecodedAndNothingElse)
+{
+    const auto decoded = reader_.allDecoded();
+    const auto encoded = reader_.allEncoded();
+    for (const auto& [character, value] : decoded)
+        EXPECT_EQ(decoded.at(encoded.at(value)), value) << hexText(character, 4);
+    for (const auto& [value, character] : encoded)
+        EXPECT_EQ(decoded.at(character), value) << hexText(value, 4);
+}
+
+TEST_P(ShippedPages, AgreeWithIcu)
+{
+    const ShippedPage& page = GetParam();
+    vlx::import::ConverterTables icu;
+    ASSERT_TRUE(vlx::import::readIcu(page.icu, reader_.maxBytes(), reader_.stateful(), icu));
+    expectAgreement(reader_, page.name, "icu", icu);
+}
+
+TEST_P(ShippedPages, AgreeWithGlibc)
+{
+    const ShippedPage& page = GetParam();
+    vlx::import::ConverterTables glibc;
+    if (!vlx::import::readIconv(page.glibc, reader_.maxBytes(), reader_.stateful(), glibc))
+        GTEST_SKIP() << "iconv has no " << page.glibc;
+    expectAgreement(reader_, page.name, "glibc", glibc);
+}
+
+TEST_P(ShippedPages, HaveTheTypesOfTheirCharacters)
+{
+    const auto decoded = reader_.allDecoded();
+    for (std::uint32_t byte = 0; byte < 0x100; ++byte) {
+        const auto cell = decoded.find(byte);
+        const std::uint32_t wanted =
+            cell == decoded.end() ? 0 : characters().typeWord(cell->second) | kHalfWidth;
+        EXPECT_EQ(reader_.type(static_cast<std::uint8_t>(byte)), wanted) << hexText(byte, 2);
+    }
+    for (const auto& [character, value] : decoded)
+        if (character > 0xFF) {
+            EXPECT_EQ(reader_.record(character).type, characters().typeWord(value))
+                << hexText(character, 4);
+        }
+}
+
+TEST_P(ShippedPages, MapTheCaseOfSingleBytesAsIcuDoes)
+{
+    const auto decoded = reader_.allDecoded();
+    const auto encoded = reader_.allEncoded();
+    for (std::uint32_t at = 0; at < 0x100; ++at) {
+        const auto byte = static_cast<std::uint8_t>(at);
+        const auto image = [&](UChar32 value) {
+            const auto found = encoded.find(static_cast<std::uint16_t>(value));
+            return found != encoded.end() && found->second <= 0xFF ? found->second : at;
+        };
+        const auto cell = decoded.find(at);
+        const bool assigned = cell != decoded.end();
+        EXPECT_EQ(reader_.toUpper(byte), assigned ? image(u_toupper(cell->second)) : at);
+        EXPECT_EQ(reader_.toLower(byte), assigned ? image(u_tolower(cell->second)) : at);
+    }
+}
+
+TEST_P(ShippedPages, MapTheCaseOfLongerCharactersAsIcuDoes)
+{
+    const auto decoded = reader_.allDecoded();
+    const auto encoded = reader_.allEncoded();
+    for (const auto& [character, value] : decoded) {
+        if (character <= 0xFF)
+            continue;
+        const auto [type, delta] = reader_.record(character);
+        const UChar32 image = type & kUpper   ? u_tolower(value)
+                              : type & kLower ? u_toupper(value)
+                                              : value;
+        const auto found = encoded.find(static_cast<std::uint16_t>(image));
+        const bool mapped = image != value && found != encoded.end() && found->second > 0xFF;
+        EXPECT_EQ(character + delta, mapped ? found->second : character) << hexText(character, 4);
+    }
+}
+
+TEST_P(ShippedPages, KnowTheWideFormsThatTheyHave)
+{
+    if (reader_.maxBytes() == 1)
+        return;
+    const auto encoded = reader_.allEncoded();
+    for (const auto& [character, value] : reader_.allDecoded()) {
+        const std::uint16_t wide = toFullWidth(value);
+        const auto found = encoded.find(wide);
+        const bool has = wide != value && found != encoded.end();
+        EXPECT_EQ(reader_.mapValue(character), has ? found->second : 0) << hexText(character, 4);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Page, ShippedPages, testing::ValuesIn(kShippedPages),
+                         [](const auto& page) { return pageName(page.param); });
+
+TEST(Utf8Page, HasTheLengthsOfTheRule)
+{
+    const PageReader reader(compiledPath(57352), 57352);
+    EXPECT_EQ(reader.maxBytes(), 3);
+    for (unsigned lead = 0; lead < 0x100; ++lead) {
+        const int length = lead < 0xC0 || lead > 0xEF ? 1 : lead < 0xE0 ? 2 : 3;
+        EXPECT_EQ(reader.length(static_cast<std::uint8_t>(lead)), length) << hexText(lead, 2);
+        EXPECT_EQ(reader.decode(lead), lead < 0x80 ? lead : 0xFFFD) << hexText(lead, 2);
+    }
+}
+
+TEST(Utf8Page, HasTypesAndWideFormsOfEveryValue)
+{
+    const PageReader reader(compiledPath(57352), 57352);
+    for (std::uint32_t value = 0x80; value < 0x10000; ++value) {
+        const auto value16 = static_cast<std::uint16_t>(value);
+        const std::uint32_t character = reader.encode(value16);
+        ASSERT_EQ(reader.decode(character), value);
+        EXPECT_EQ(reader.record(character).type, characters().typeWord(value16));
+        const std::uint16_t wide = toFullWidth(value16);
+        EXPECT_EQ(reader.mapValue(character), wide == value ? 0 : reader.encode(wide));
+    }
+}
+
+TEST(Utf8Page, MapsCaseWhereTheLengthStays)
+{
+    const PageReader reader(compiledPath(57352), 57352);
+    const auto other = [&](std::uint16_t value) {
+        const std::uint32_t character = reader.encode(value);
+        return reader.decode(character + reader.record(character).delta);
+    };
+    EXPECT_EQ(other(0x00E4), 0x00C4);
+    EXPECT_EQ(other(0x00C4), 0x00E4);
+    EXPECT_EQ(other(0x00FF), 0x0178);
+    EXPECT_EQ(other(0x044F), 0x042F);
+    EXPECT_EQ(other(0x1E00), 0x1E01);
+    EXPECT_EQ(other(0xFF21), 0xFF41);
+    EXPECT_EQ(other(0x0130), 0x0130) << "its small letter is one byte long";
+    EXPECT_EQ(other(0x4E00), 0x4E00);
+}
+
+} // namespace

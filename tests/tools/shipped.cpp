@@ -1,0 +1,47 @@
+#include "shipped.hpp"
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+std::string compiledPath(int id)
+{
+    char name[32];
+    std::snprintf(name, sizeof name, "/cp_%05d.nls", id);
+    return std::string(VLX_LOCALE) + name;
+}
+
+std::string sourcePath(const std::string& name)
+{
+    const std::string file = name == "US-ASCII" ? "ASCII" : name;
+    return std::string(VLX_DATA_DIRECTORY) + "/codepages/" + file + ".cp";
+}
+
+std::map<std::uint32_t, std::uint16_t> decodeTableOf(const std::string& path)
+{
+    std::map<std::uint32_t, std::uint16_t> table;
+    std::ifstream in(path);
+    std::string line;
+    bool inside = false;
+    while (std::getline(in, line)) {
+        if (!line.empty() && line[0] == '[')
+            inside = line == "[decode]";
+        const std::size_t colon = line.find(':');
+        if (!inside || line.empty() || colon == std::string::npos)
+            continue;
+        auto character = static_cast<std::uint32_t>(std::stoul(line.substr(0, colon), nullptr, 16));
+        std::istringstream cells(line.substr(colon + 1));
+        for (std::string cell; cells >> cell;) {
+            if (cell == "----") {
+                ++character;
+                continue;
+            }
+            const unsigned long first = std::stoul(cell.substr(0, 4), nullptr, 16);
+            const bool run = cell.find("..") != std::string::npos;
+            const unsigned long last = run ? std::stoul(cell.substr(6), nullptr, 16) : first;
+            for (unsigned long value = first; value <= last; ++value)
+                table.emplace(character++, static_cast<std::uint16_t>(value));
+        }
+    }
+    return table;
+}

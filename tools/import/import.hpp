@@ -1,0 +1,24 @@
+// The importers: each turns public data into the readable sources under data/, once, by hand; what
+// they write is committed and reviewed. Running one again gives exactly the committed files.
+#pragma once
+
+#include <string>
+
+namespace vlx::import {
+
+struct Options {
+    std::string outputDirectory; // data/codepages
+};
+
+// Writes one source for each code page of the importer's table, from ICU's converters, and prints
+// how each compares with glibc's. False if a file could not be made; the reason is on stderr.
+bool importCodePages(const Options& options);
+
+struct CldrOptions {
+    std::string cldrDirectory = "/usr/share/unicode/cldr";
+    std::string outputDirectory; // data/, with languages/ and territories/ below it
+};
+
+bool importCldr(const CldrOptions& options);
+
+} // namespace vlx::import

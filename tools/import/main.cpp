@@ -1,0 +1,24 @@
+// The importers' command. It is run by hand when sources are to be made anew.
+#include <CLI/CLI.hpp>
+
+#include "import.hpp"
+
+int main(int argc, char** argv)
+{
+    CLI::App app{"Makes the readable sources of locale objects from public data."};
+    app.require_subcommand(1);
+
+    vlx::import::Options pages;
+    CLI::App* const codePages = app.add_subcommand("codepages", "Code pages, from ICU");
+    codePages->add_option("-o,--output", pages.outputDirectory, "data/codepages")->required();
+
+    vlx::import::CldrOptions texts;
+    CLI::App* const cldr = app.add_subcommand("cldr", "Languages and territories, from CLDR");
+    cldr->add_option("--cldr", texts.cldrDirectory, "the CLDR directory")->capture_default_str();
+    cldr->add_option("-o,--output", texts.outputDirectory, "data")->required();
+    CLI11_PARSE(app, argc, argv);
+
+    const bool good =
+        codePages->parsed() ? vlx::import::importCodePages(pages) : vlx::import::importCldr(texts);
+    return good ? 0 : 1;
+}
