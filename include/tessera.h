@@ -52,6 +52,9 @@ typedef uintptr_t TSContext;
 /** A locale handle: four objects of the locale directory and a private copy of their values. */
 typedef struct TSLocale TSLocale;
 
+/** A conversion of text that comes in slices. */
+typedef struct TSConversion TSConversion;
+
 /** Gives `bytes` bytes of memory, or null. */
 typedef void* (*TSAllocate)(TSContext context, uint32_t bytes);
 
@@ -262,6 +265,443 @@ TS_API char* TSMoveStringPointerEx(TSLocale* locale, const char* string, int32_t
  * @return the number of bytes written, 0 to 2, or -1 with TS_ERR_ARGUMENT.
  */
 TS_API int32_t TSTerminateStringEx(TSLocale* locale, char* output, int32_t state, uint32_t options);
+
+/** @} */
+
+/**
+ * @name Basic string operations
+ *
+ * Lengths and results count bytes, or characters with TS_OPT_CHAR_COUNT; the `U` and `Wcs` members
+ * count units always. A negative length means up to the terminator. No character is split.
+ * @{
+ */
+
+/**
+ * Copies a string; a negative length takes the terminator along. The destination is not terminated
+ * otherwise.
+ *
+ * @param options 0 or TS_OPT_CHAR_COUNT.
+ * @return bytes or characters copied, or -1 with TS_ERR_ARGUMENT.
+ */
+TS_API int32_t TSStrcpy(TSLocale* locale, char* destination, int32_t size, const char* source,
+                        int32_t length, uint32_t options);
+
+/**
+ * TSStrcpy() of stateful text. `state` is the state at the destination: a shift byte goes before
+ * the copy where the source begins in the other one. No copy ends on a shift byte, and none closes
+ * it.
+ */
+TS_API int32_t TSStrcpyEx(TSLocale* locale, char* destination, int32_t state, int32_t size,
+                          const char* source, int32_t sourceState, int32_t length,
+                          uint32_t options);
+TS_API int32_t TSStrcpyU(TSLocale* locale, TSChar16* destination, int32_t size,
+                         const TSChar16* source, int32_t length);
+TS_API int32_t TSWcscpy(TSLocale* locale, TSChar32* destination, int32_t size,
+                        const TSChar32* source, int32_t length);
+
+/**
+ * Appends a string to a terminated one. The destination has room for it, for a terminator, and in
+ * the `Ex` member for two shift bytes.
+ *
+ * @param options TS_OPT_CHAR_COUNT and TS_OPT_TERMINATE, which a negative length implies.
+ * @return the length of the destination after it, with the terminator that was written, or -1 with
+ *         TS_ERR_ARGUMENT. For a length of 0: the bytes with the terminator, or the characters
+ *         without it.
+ */
+TS_API int32_t TSStrcat(TSLocale* locale, char* destination, const char* source, int32_t length,
+                        uint32_t options);
+TS_API int32_t TSStrcatEx(TSLocale* locale, char* destination, int32_t state, const char* source,
+                          int32_t sourceState, int32_t length, uint32_t options);
+TS_API int32_t TSStrcatU(TSLocale* locale, TSChar16* destination, const TSChar16* source,
+                         int32_t length, uint32_t options);
+TS_API int32_t TSWcscat(TSLocale* locale, TSChar32* destination, const TSChar32* source,
+                        int32_t length, uint32_t options);
+
+/**
+ * Finds a character; a negative length lets the terminator be found, but for TS_OPT_LAST_MATCH in
+ * the `U` and `Wcs` members.
+ *
+ * @param options 0 or TS_OPT_LAST_MATCH, each with TS_OPT_CHAR_COUNT.
+ * @return the match, or null; null with TS_ERR_ARGUMENT for other options.
+ */
+TS_API char* TSStrchr(TSLocale* locale, const char* string, int32_t length, const char* character,
+                      uint32_t options);
+
+/** TSStrchr() of stateful text; `matchState` receives the state at a match. */
+TS_API char* TSStrchrEx(TSLocale* locale, const char* string, int32_t state, int32_t length,
+                        const char* character, int32_t characterState, int32_t* matchState,
+                        uint32_t options);
+TS_API TSChar16* TSStrchrU(TSLocale* locale, const TSChar16* string, int32_t length, TSChar16 value,
+                           uint32_t options);
+TS_API TSChar32* TSWcschr(TSLocale* locale, const TSChar32* string, int32_t length, TSChar32 value,
+                          uint32_t options);
+
+/**
+ * The span from the start of a string whose characters are in a set; TSStrcspn() and its members:
+ * are not in it.
+ *
+ * @param options TS_OPT_CHAR_COUNT; other bits are not read.
+ */
+TS_API int32_t TSStrspn(TSLocale* locale, const char* string, int32_t length, const char* set,
+                        int32_t setLength, uint32_t options);
+TS_API int32_t TSStrspnEx(TSLocale* locale, const char* string, int32_t state, int32_t length,
+                          const char* set, int32_t setState, int32_t setLength, uint32_t options);
+TS_API int32_t TSStrspnU(TSLocale* locale, const TSChar16* string, int32_t length,
+                         const TSChar16* set, int32_t setLength);
+TS_API int32_t TSWcsspn(TSLocale* locale, const TSChar32* string, int32_t length,
+                        const TSChar32* set, int32_t setLength);
+TS_API int32_t TSStrcspn(TSLocale* locale, const char* string, int32_t length, const char* set,
+                         int32_t setLength, uint32_t options);
+TS_API int32_t TSStrcspnEx(TSLocale* locale, const char* string, int32_t state, int32_t length,
+                           const char* set, int32_t setState, int32_t setLength, uint32_t options);
+TS_API int32_t TSStrcspnU(TSLocale* locale, const TSChar16* string, int32_t length,
+                          const TSChar16* set, int32_t setLength);
+TS_API int32_t TSWcscspn(TSLocale* locale, const TSChar32* string, int32_t length,
+                         const TSChar32* set, int32_t setLength);
+
+/** The units before the terminator. */
+TS_API int32_t TSStrlenU(TSLocale* locale, const TSChar16* string);
+TS_API int32_t TSWcslen(TSLocale* locale, const TSChar32* string);
+
+/**
+ * Finds the next token of a string and overwrites the delimiter behind it with zeros. The caller
+ * keeps the position: `next` and `length` are what the next call is given.
+ *
+ * @param length the string's length; receives what is left from `next`.
+ * @param next receives the rest behind the token, or null.
+ * @param options TS_OPT_CHAR_COUNT; other bits are not read.
+ * @return the token, or null if there are only delimiters.
+ */
+TS_API char* TSStrtok(TSLocale* locale, char* string, int32_t* length, const char* delimiters,
+                      int32_t delimiterLength, char** next, uint32_t options);
+
+/**
+ * TSStrtok() of stateful text, which stays as it is: the token is copied to `token` and terminated.
+ *
+ * @param tokenState the state in which the token's text is to begin.
+ * @param size of the buffer `token`.
+ * @param nextState receives the state at `next`.
+ * @return the size of the token in its buffer, without the terminator.
+ */
+TS_API int32_t TSStrtokEx(TSLocale* locale, char* token, int32_t tokenState, int32_t size,
+                          char* string, int32_t state, int32_t* length, const char* delimiters,
+                          int32_t delimiterState, int32_t delimiterLength, char** next,
+                          int32_t* nextState, uint32_t options);
+TS_API TSChar16* TSStrtokU(TSLocale* locale, TSChar16* string, int32_t* length,
+                           const TSChar16* delimiters, int32_t delimiterLength, TSChar16** next);
+TS_API TSChar32* TSWcstok(TSLocale* locale, TSChar32* string, int32_t* length,
+                          const TSChar32* delimiters, int32_t delimiterLength, TSChar32** next);
+
+/** @} */
+
+/**
+ * @name Classification
+ *
+ * A character has three sets of properties; `kind` names one. TS_CT_CLASS:
+ *
+ * | Bit | Meaning | Bit | Meaning |
+ * |---|---|---|---|
+ * | 0x001 | alphabetic | 0x020 | punctuation or symbol |
+ * | 0x002 | upper case | 0x040 | white space |
+ * | 0x004 | lower case | 0x080 | blank |
+ * | 0x008 | decimal digit | 0x100 | control |
+ * | 0x010 | hexadecimal digit | 0x200 | U+0000 to U+007F |
+ *
+ * TS_CT_DIRECTION, one bit, by the bidirectional categories of Unicode:
+ *
+ * | Bit | Meaning | Bit | Meaning |
+ * |---|---|---|---|
+ * | 0x001 | none: controls, values not assigned | 0x040 | Arabic number |
+ * | 0x002 | left to right | 0x080 | common number separator |
+ * | 0x004 | right to left | 0x100 | block separator |
+ * | 0x008 | European number | 0x200 | segment separator |
+ * | 0x010 | European number separator | 0x400 | white space |
+ * | 0x020 | European number terminator | 0x800 | other neutral |
+ *
+ * TS_CT_FORM; nonspacing and diacritic together also mark precomposed letters:
+ *
+ * | Bit | Meaning | Bit | Meaning |
+ * |---|---|---|---|
+ * | 0x001 | nonspacing | 0x020 | hiragana |
+ * | 0x002 | diacritic | 0x040 | half-width |
+ * | 0x004 | vowel mark | 0x080 | full-width |
+ * | 0x008 | symbol | 0x100 | ideograph |
+ * | 0x010 | katakana | 0x200 | kashida |
+ *
+ * The properties of a code page's characters are those that its file gives them. Any other kind is
+ * TS_ERR_ARGUMENT, and the result is the class all the same.
+ * @{
+ */
+
+/** Returns the properties of the character at `character`. */
+TS_API uint32_t TSGetCharType(TSLocale* locale, const char* character, uint32_t kind);
+
+/** Returns the properties of the character at `character`, behind a shift byte if one is there. */
+TS_API uint32_t TSGetCharTypeEx(TSLocale* locale, const char* character, int32_t state,
+                                uint32_t kind);
+
+/** Returns the properties of a Unicode value, by Unicode 2.0; the locale holds the error alone. */
+TS_API uint32_t TSGetCharTypeU(TSLocale* locale, TSChar16 value, uint32_t kind);
+
+/** Returns the properties of a packed value. */
+TS_API uint32_t TSGetCharTypeW(TSLocale* locale, TSChar32 value, uint32_t kind);
+
+/** @} */
+
+/**
+ * @name Line ends
+ *
+ * A line end is LF, CR followed by LF, or one of two characters more that the code page names; the
+ * `U` members use U+000A, U+000D, U+2028 and U+2029.
+ * @{
+ */
+
+/**
+ * Finds the first line end of a chosen set. One unit behind `length` has to be readable, for the
+ * line feed behind a carriage return.
+ *
+ * @param type receives the mask of the line end, TS_EOL_NONE, or TS_EOL_BAD_OPTIONS.
+ * @param eolLength receives its units, 1 or 2, or 0.
+ * @param options masks TS_EOL_LF, TS_EOL_CRLF, TS_EOL_3, TS_EOL_4, 0 being TS_EOL_CRLF, and
+ *        TS_OPT_CHAR_COUNT.
+ * @return the place behind the line end, or null; with TS_ERR_ARGUMENT for other options.
+ */
+TS_API char* TSGetEol(TSLocale* locale, const char* string, int32_t length, uint32_t* type,
+                      int32_t* eolLength, uint32_t options);
+
+/** TSGetEol() of stateful text; `newState` receives 0 if a line end is found. */
+TS_API char* TSGetEolEx(TSLocale* locale, const char* string, int32_t state, int32_t length,
+                        uint32_t* type, int32_t* eolLength, int32_t* newState, uint32_t options);
+TS_API TSChar16* TSGetEolU(TSLocale* locale, const TSChar16* string, int32_t length, uint32_t* type,
+                           int32_t* eolLength, uint32_t options);
+TS_API TSChar32* TSGetEolW(TSLocale* locale, const TSChar32* string, int32_t length, uint32_t* type,
+                           int32_t* eolLength, uint32_t options);
+
+/**
+ * Writes each line end of a set, at most 5 units: the fourth, the third, LF, CR LF.
+ *
+ * @param options the masks of TSGetEol() and TS_EOL_PUT_DEFAULT, which is CR LF and what 0 means.
+ * @return the place behind the last one, or null with TS_ERR_ARGUMENT.
+ */
+TS_API char* TSPutEol(TSLocale* locale, char* output, uint32_t options);
+
+/** TSPutEol() of stateful text, behind the shift byte that leaves state 1; `newState` receives 0.
+ */
+TS_API char* TSPutEolEx(TSLocale* locale, char* output, int32_t state, int32_t* newState,
+                        uint32_t options);
+
+/** TSPutEol() in another order: LF, the third, the fourth, CR LF. */
+TS_API TSChar16* TSPutEolU(TSLocale* locale, TSChar16* output, uint32_t options);
+TS_API TSChar32* TSPutEolW(TSLocale* locale, TSChar32* output, uint32_t options);
+
+/** @} */
+
+/**
+ * @name Conversion of whole strings
+ *
+ * Text goes from code page to code page through 16-bit Unicode. The output stops before the first
+ * character that does not fit, which is no error; a character that the target cannot represent
+ * gives its substitution character. A negative input length means up to the terminator, and then a
+ * terminator is written if there is room. The states are those at the start of a string.
+ *
+ * Options are TS_OPT_TERMINATE, which keeps room for a terminator, and TS_OPT_CHAR_COUNT, by which
+ * byte lengths, sizes and results count characters; other options give -1 with TS_ERR_ARGUMENT. The
+ * error goes to the target locale. The result is what was written, terminator included.
+ * @{
+ */
+
+TS_API int32_t TSConvertString(TSLocale* target, char* output, int32_t size, TSLocale* source,
+                               const char* input, int32_t length, uint32_t options);
+TS_API int32_t TSConvertStringEx(TSLocale* target, char* output, int32_t targetState, int32_t size,
+                                 TSLocale* source, const char* input, int32_t sourceState,
+                                 int32_t length, uint32_t options);
+TS_API int32_t TSConvertStringW(TSLocale* target, TSChar32* output, int32_t outputCount,
+                                TSLocale* source, const TSChar32* input, int32_t inputCount,
+                                uint32_t options);
+
+/** Bytes to 16-bit values; TS_OPT_CHAR_COUNT counts the input alone. */
+TS_API int32_t TSStringToUnicode(TSChar16* output, int32_t count, TSLocale* locale,
+                                 const char* input, int32_t length, uint32_t options);
+TS_API int32_t TSStringToUnicodeEx(TSChar16* output, int32_t count, TSLocale* locale,
+                                   const char* input, int32_t state, int32_t length,
+                                   uint32_t options);
+TS_API int32_t TSStringToUnicodeW(TSChar16* output, int32_t outputCount, TSLocale* locale,
+                                  const TSChar32* input, int32_t inputCount, uint32_t options);
+
+/** 16-bit values to bytes. */
+TS_API int32_t TSUnicodeToString(TSLocale* locale, char* output, int32_t size,
+                                 const TSChar16* input, int32_t count, uint32_t options);
+TS_API int32_t TSUnicodeToStringEx(TSLocale* locale, char* output, int32_t state, int32_t size,
+                                   const TSChar16* input, int32_t count, uint32_t options);
+TS_API int32_t TSUnicodeToStringW(TSLocale* locale, TSChar32* output, int32_t outputCount,
+                                  const TSChar16* input, int32_t inputCount, uint32_t options);
+
+/**
+ * Bytes to packed values of the same code page; a negative length takes the terminator along.
+ * TS_OPT_CHAR_COUNT is the only option, and others are not refused.
+ */
+TS_API int32_t TSMbToWide(TSLocale* locale, TSChar32* output, int32_t count, const char* input,
+                          int32_t length, uint32_t options);
+TS_API int32_t TSMbToWideEx(TSLocale* locale, TSChar32* output, int32_t count, const char* input,
+                            int32_t state, int32_t length, uint32_t options);
+
+/**
+ * Packed values to bytes of the same code page; a negative count takes the terminator along. With
+ * TS_OPT_CHAR_COUNT one value more than the size is written, so `output` needs room for size + 1
+ * characters and their shift bytes.
+ */
+TS_API int32_t TSWideToMb(TSLocale* locale, char* output, int32_t size, const TSChar32* input,
+                          int32_t count, uint32_t options);
+TS_API int32_t TSWideToMbEx(TSLocale* locale, char* output, int32_t state, int32_t size,
+                            const TSChar32* input, int32_t count, uint32_t options);
+
+/** @} */
+
+/**
+ * @name Conversion in slices
+ * @{
+ */
+
+/**
+ * Opens a conversion of text that comes in slices. The handle borrows both locales.
+ *
+ * @return the handle, which the caller gives to TSCloseConversion(), or null with TS_ERR_MEMORY in
+ *         the target locale.
+ */
+TS_API TSConversion* TSOpenConversion(TSLocale* target, TSLocale* source);
+
+/** Ends a conversion; pending output is dropped. Returns 0 or TS_ERR_FREE. */
+TS_API int32_t TSCloseConversion(TSConversion* conversion);
+
+/**
+ * Converts a slice of less than 64 KiB: moves both pointers and lowers both counts.
+ *
+ * @return 0: all input is consumed; TS_ERR_OUTPUT_FULL: call again with more room;
+ *         TS_ERR_PARTIAL_CHAR: the input ended inside a character, which the handle keeps. The
+ *         locales' errors are left alone.
+ */
+TS_API int32_t TSConvertBuffer(TSConversion* conversion, char** output, int32_t* outputCount,
+                               const char** input, int32_t* inputCount);
+
+/** The bytes of output, its shift byte included, that one character of input can need. */
+TS_API int32_t TSConversionRatio(TSLocale* target, TSLocale* source);
+
+/** @} */
+
+/**
+ * @name String mapping
+ *
+ * The image of a string under one mapping:
+ *
+ * | Mapping | Image |
+ * |---|---|
+ * | 0, TS_MAP_COPY | the string |
+ * | TS_MAP_DIGITS | every digit as its ASCII digit |
+ * | TS_MAP_FULL_WIDTH, TS_MAP_HALF_WIDTH | the wide forms of the code page, or what they are of |
+ * | TS_MAP_LOWER, TS_MAP_UPPER | the other case, with the pairs of the language |
+ * | TS_MAP_LOWER or TS_MAP_UPPER, and TS_MAP_SIMPLE | the other case, without pairs |
+ *
+ * A pair replaces a character or two by one or two others. The `U` member maps case and width by
+ * the library's own tables, of Unicode 2.0. A negative source length takes in the terminator, which
+ * is mapped and counted like a character; the destination is not terminated otherwise. What does
+ * not fit whole is left out, and that is no error. Source and destination may not overlap.
+ * @{
+ */
+
+/**
+ * Writes the image of a string.
+ *
+ * @param mapping a mapping, with or without TS_OPT_CHAR_COUNT: then size, length and result count
+ *        characters, and no more than 512 bytes are written.
+ * @return bytes or characters written, or -1 with TS_ERR_ARGUMENT.
+ */
+TS_API int32_t TSMapString(TSLocale* locale, char* destination, int32_t size, const char* source,
+                           int32_t length, uint32_t mapping);
+
+/**
+ * TSMapString() of stateful text. `state` is the state at the destination; the one that it ends in
+ * is not handed back, and nothing closes it.
+ */
+TS_API int32_t TSMapStringEx(TSLocale* locale, char* destination, int32_t state, int32_t size,
+                             const char* source, int32_t sourceState, int32_t length,
+                             uint32_t mapping);
+TS_API int32_t TSMapStringU(TSLocale* locale, TSChar16* destination, int32_t size,
+                            const TSChar16* source, int32_t length, uint32_t mapping);
+TS_API int32_t TSMapStringW(TSLocale* locale, TSChar32* destination, int32_t size,
+                            const TSChar32* source, int32_t length, uint32_t mapping);
+
+/** @} */
+
+/**
+ * @name Truncation
+ * @{
+ */
+
+/**
+ * Cuts a terminated string in place so that it fits a size, its terminator included, and never
+ * inside a character. A size below 1 empties the string.
+ *
+ * In a multi-byte locale the first blank of a string is not stripped, and blanks that have a single
+ * one-byte character behind them at the very end are stripped with it.
+ *
+ * @param size in bytes, or with TS_OPT_CHAR_COUNT in characters, the terminator being one.
+ * @param options TS_OPT_CHAR_COUNT; TS_TRUNC_STRIP_BLANKS: take the blanks off the end, even of a
+ *        string that fits; TS_OPT_IGNORE_WIDTH: full-width blanks, too. Other bits are not read.
+ * @return bytes or characters of the string with its terminator; 0 if it was left as it is, since
+ *         it fits and blanks were not to be stripped.
+ */
+TS_API int32_t TSTruncateString(TSLocale* locale, char* string, int32_t size, uint32_t options);
+
+/**
+ * TSTruncateString() of a stateful string that begins in `state`. Text that ends in the multi-byte
+ * state is closed by a shift byte, for which its last character gives way: where the text begins in
+ * that state there must be room for 2 bytes, whatever the size. Where blanks are stripped, the byte
+ * before them goes, too.
+ */
+TS_API int32_t TSTruncateStringEx(TSLocale* locale, char* string, int32_t state, int32_t size,
+                                  uint32_t options);
+
+/** @} */
+
+/**
+ * @name Comparison
+ *
+ * Strings are compared by their code, and not by the order of a language: by bytes or by units.
+ * Options, alone or together:
+ *
+ * | Option | Meaning |
+ * |---|---|
+ * | TS_OPT_IGNORE_CASE | by upper-case forms, with the pairs of the language |
+ * | TS_OPT_IGNORE_WIDTH | by half-width forms, and not by upper-case forms |
+ * | TS_OPT_STRIP_BLANKS | the blanks at the end of both strings do not count |
+ * | TS_OPT_CHAR_COUNT | lengths count characters; without effect in the `U` and `Wcs` members |
+ *
+ * A result is the difference of what differs first, or of the lengths. A failure gives 0: with
+ * TS_ERR_ARGUMENT for other options, and with TS_ERR_MEMORY, which only TS_OPT_IGNORE_CASE in a
+ * language with pairs can have.
+ * @{
+ */
+
+/**
+ * Compares two strings. A character that a length cuts off does not count, and of the negative
+ * lengths -1 alone is up to the terminator; others are 0.
+ *
+ * @return below, above or equal to 0.
+ */
+TS_API int32_t TSStrcmp(TSLocale* locale, const char* string1, int32_t length1, const char* string2,
+                        int32_t length2, uint32_t options);
+
+/** TSStrcmp() of stateful strings. Every negative length is up to the terminator. */
+TS_API int32_t TSStrcmpEx(TSLocale* locale, const char* string1, int32_t state1, int32_t length1,
+                          const char* string2, int32_t state2, int32_t length2, uint32_t options);
+
+/** The blank that TS_OPT_STRIP_BLANKS strips has the bytes 0x00, 0x20 as they are stored. */
+TS_API int32_t TSStrcmpU(TSLocale* locale, const TSChar16* string1, int32_t length1,
+                         const TSChar16* string2, int32_t length2, uint32_t options);
+
+/** TS_OPT_IGNORE_WIDTH is refused here. */
+TS_API int32_t TSWcscmp(TSLocale* locale, const TSChar32* string1, int32_t length1,
+                        const TSChar32* string2, int32_t length2, uint32_t options);
 
 /** @} */
 

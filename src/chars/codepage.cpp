@@ -149,15 +149,19 @@ std::int32_t TSCpPutWide(char* output, TSChar32 value)
 std::int32_t TSCpCharsToBytes(const TSObject* object, const char* string, std::int32_t state,
                               std::int32_t count)
 {
+    return TSCpCharsToBytesWithin(object, string, state, count, INT32_MAX);
+}
+
+std::int32_t TSCpCharsToBytesWithin(const TSObject* object, const char* string, std::int32_t state,
+                                    std::int32_t count, std::int32_t limit)
+{
     const TSCodePageHeader& page = tsCodePage(object);
-    const char* at = string;
-    if (!(page.cpFlags & vlx::kStateful)) {
-        for (; count > 0; --count)
-            at += page.charLength[byteAt(at, 0)];
-        return static_cast<std::int32_t>(at - string);
-    }
+    const bool stateful = (page.cpFlags & vlx::kStateful) != 0;
+    std::int32_t at = 0;
     const auto passShift = [&] {
-        const std::uint8_t byte = byteAt(at, 0);
+        if (!stateful || at >= limit)
+            return;
+        const std::uint8_t byte = byteAt(string, at);
         if (byte == page.shiftIn)
             state = 1;
         else if (byte == page.shiftOut)
@@ -166,12 +170,15 @@ std::int32_t TSCpCharsToBytes(const TSObject* object, const char* string, std::i
             return;
         ++at;
     };
-    for (; count > 0; --count) {
+    for (; count > 0 && at < limit; --count) {
         passShift();
-        at += state ? page.maxCharBytes : 1;
+        if (stateful)
+            at += state ? page.maxCharBytes : 1;
+        else
+            at += page.charLength[byteAt(string, at)];
         passShift();
     }
-    return static_cast<std::int32_t>(at - string);
+    return at + count;
 }
 
 TSChar16 TSCpMbToUnicode(const TSObject* object, const char* string)

@@ -54,3 +54,8 @@ TSChar32 TSCpMapCharW(const TSObject* object, TSChar32 value, std::uint32_t mapp
 // TSCpMapChar of a character of the multi-byte state; returns the number of bytes written.
 std::int32_t TSCpMapCharEx(const TSObject* object, const char* string, char* output,
                            std::uint32_t mapping);
+
+// TSCpCharsToBytes of a string with a known end: nothing is read at or behind `limit` bytes, and each
+// character that is missing there counts as one byte.
+std::int32_t TSCpCharsToBytesWithin(const TSObject* object, const char* string, std::int32_t state,
+                                    std::int32_t count, std::int32_t limit);

@@ -33,6 +33,8 @@ struct Text {
     const typename Form::Unit* at;
     const typename Form::Unit* end;
     std::int32_t state = 0;
+
+    std::int32_t left() const { return static_cast<std::int32_t>(end - at); }
 };
 
 struct SingleForm {
@@ -136,6 +138,15 @@ auto withPlainForm(const TSObject* object, const Member& member)
     if (tsCodePage(object).maxCharBytes == 1)
         return member(SingleForm{object});
     return member(MultiForm{object});
+}
+
+// The same for the text of a locale, by its flags.
+template <class Member>
+auto withPlainForm(const TSLocale& locale, const Member& member)
+{
+    if (locale.flags & kLocaleSingleByte)
+        return member(SingleForm{locale.codePage});
+    return member(MultiForm{locale.codePage});
 }
 
 // Calls `member` with the form of text that may carry shift bytes.

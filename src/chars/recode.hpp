@@ -21,11 +21,11 @@ class CodePageWriter {
     {
         char bytes[4];
         const std::int32_t size = TSCpUnicodeToMb(object_, unicode, bytes);
-        const bool single = size == 1;
-        if (stateful_ && single != single_)
-            putByte(static_cast<char>(single ? tsCodePage(object_).shiftOut
-                                             : tsCodePage(object_).shiftIn));
-        single_ = single;
+        if (stateful_ && size != size_) {
+            const TSCodePageHeader& page = tsCodePage(object_);
+            putByte(static_cast<char>(size == 1 ? page.shiftOut : page.shiftIn));
+        }
+        size_ = size;
         for (std::int32_t i = 0; i < size; ++i)
             putByte(bytes[i]);
     }
@@ -48,7 +48,7 @@ class CodePageWriter {
     const TSObject* object_;
     char* output_;
     const bool stateful_;
-    bool single_ = true; // of the last character; a text begins in the single-byte state
+    std::int32_t size_ = 1; // of the last character; a text begins in the single-byte state
     std::uint32_t written_ = 0;
 };
 

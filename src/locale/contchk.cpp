@@ -107,7 +107,7 @@ bool languageIsSound(const Section& section)
 {
     if (section.size < sizeof(TSLanguageContent))
         return false;
-    for (int i = 0; i < TSLanguageContent::kTexts; ++i)
+    for (std::uint32_t i = 0; i < TSLanguageContent::kTexts; ++i)
         if (!isTerminated(section, wordAt(section, (TSLanguageContent::kFirstText + i) * kUnit)))
             return false;
     const auto& content = *reinterpret_cast<const TSLanguageContent*>(section.data);

@@ -133,10 +133,11 @@ std::int32_t TSRecodeString(const TSObject* from, const TSObject* to, const char
                             char* destination);
 
 // Object names are ASCII: these convert between them and 16-bit text by the code page object of
-// id 367. Both return the units or bytes read and write a terminator; -1 without that object, and
-// from Unicode without a text too. `size` counts the elements of `target` with its terminator.
+// id 367. Both return the units or bytes read and write a terminator; -1 without that object, with
+// the code of its lookup, and from Unicode without a text too. `size` counts the elements of
+// `target` with its terminator.
 std::int32_t TSNameFromUnicode(const TSChar16* source, std::int32_t count, char* target,
-                               std::uint32_t size);
+                               std::uint32_t size, std::int32_t* code);
 std::int32_t TSNameToUnicode(const char* source, std::int32_t count, TSChar16* target,
                              std::uint32_t size);
 

@@ -27,6 +27,12 @@ TSLocale* TSGetLocaleU(const TSChar16* name, uint32_t options, int32_t* code)
     int32_t unused = TS_ERR_NONE;
     int32_t& result = code ? *code : unused;
 
+    result = TS_ERR_NONE;
+    if (options & ~vlx::kLocaleOptions)
+        TS_FAIL(result, TS_ERR_ARGUMENT, none, "Invalid options %#x", options);
+    if (options & TS_LOCALE_USER) // the name is not looked at
+        TS_RETURN(TSGetLocale(nullptr, options, &result));
+
     char local[vlx::kLocaleNameSize];
     const std::uint32_t length = lengthOf(name);
     char* narrow = local;
@@ -37,9 +43,9 @@ TSLocale* TSGetLocaleU(const TSChar16* name, uint32_t options, int32_t* code)
 
     TSLocale* locale = nullptr;
     const auto count = static_cast<std::int32_t>(length);
-    if (length > 0 && TSNameFromUnicode(name, count, narrow, length + 1) < 0) {
-        result = TS_ERR_NO_OBJECTS;
-        TS_PRINT(TRC1_ERRORS, "No code page %d for a name", vlx::kAsciiCodePage);
+    if (length > 0 && TSNameFromUnicode(name, count, narrow, length + 1, &result) < 0) {
+        result = result == TS_ERR_MEMORY ? TS_ERR_MEMORY : TS_ERR_NO_OBJECTS;
+        TS_PRINT(TRC1_ERRORS, "No code page %d for a name, err = %d", vlx::kAsciiCodePage, result);
     } else {
         narrow[length] = 0;
         locale = TSGetLocale(narrow, options, &result);

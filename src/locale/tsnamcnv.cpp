@@ -6,11 +6,10 @@
 
 namespace {
 
-const TSObject* asciiPage()
+const TSObject* asciiPage(std::int32_t* code)
 {
-    std::int32_t code = TS_ERR_NONE;
     TSObject* const object =
-        TSGetObjFromID(tsGlobals->objectManager, TS_OBJ_CODEPAGE, vlx::kAsciiCodePage, 0, &code);
+        TSGetObjFromID(tsGlobals->objectManager, TS_OBJ_CODEPAGE, vlx::kAsciiCodePage, 0, code);
     return object && object->type == TS_OBJ_CODEPAGE ? object : nullptr;
 }
 
@@ -29,9 +28,9 @@ std::int32_t lengthOf(const Unit* text, std::int32_t count)
 } // namespace
 
 std::int32_t TSNameFromUnicode(const TSChar16* source, std::int32_t count, char* target,
-                               std::uint32_t size)
+                               std::uint32_t size, std::int32_t* code)
 {
-    const TSObject* const page = asciiPage();
+    const TSObject* const page = asciiPage(code);
     if (count < 0) {
         count = lengthOf(source, count);
         if (count < 1)
@@ -53,12 +52,13 @@ std::int32_t TSNameFromUnicode(const TSChar16* source, std::int32_t count, char*
 std::int32_t TSNameToUnicode(const char* source, std::int32_t count, TSChar16* target,
                              std::uint32_t size)
 {
-    const TSObject* const page = asciiPage();
+    std::int32_t code = TS_ERR_NONE;
+    const TSObject* const page = asciiPage(&code);
     if (!page || size == 0)
         return -1;
     count = lengthOf(source, count);
     std::int32_t done = 0;
-    for (; done < count && static_cast<std::uint32_t>(done) + 1 < size; ++done)
+    for (; done < count && source[done] != 0 && static_cast<std::uint32_t>(done) + 1 < size; ++done)
         target[done] = tsCodePage(page).toUnicode[static_cast<std::uint8_t>(source[done])];
     target[done] = 0;
     return done;

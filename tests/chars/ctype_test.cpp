@@ -117,7 +117,7 @@ TEST(BuiltinTypes, ABadKindGivesTheClassOfTheByte)
 {
     TSObject object{};
     object.id = 1;
-    object.sections[0] = reinterpret_cast<const std::uint8_t*>(&vlx::builtinCodePage);
+    object.sections[0] = reinterpret_cast<const std::uint8_t*>(&kBuiltinCodePage);
     TSLocale locale = localeOn(object);
     EXPECT_EQ(TSGetCharType(&locale, "A", 5), 0x213u);
     EXPECT_EQ(locale.lastError, TS_ERR_ARGUMENT);

@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <regex>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -56,6 +56,23 @@ void settings(const std::string& place, const char* mask)
         clearProcessVariable("ZBQ_TRACE_MASK");
 }
 
+// What stands behind time, thread and unit; the whole line if they aren't as they should be.
+std::string withoutOrigin(const std::string& line)
+{
+    constexpr std::string_view kTime = "0000-00-00T00:00:00.000000Z ";
+    constexpr std::string_view kUnit = " Tessera/unit ";
+    for (std::size_t at = 0; at != kTime.size(); ++at) {
+        const char found = at < line.size() ? line[at] : '\0';
+        if (kTime[at] == '0' ? found < '0' || found > '9' : found != kTime[at])
+            return line;
+    }
+    const std::size_t thread = line.find_first_not_of("0123456789", kTime.size());
+    if (thread == kTime.size() || thread == std::string::npos ||
+        line.compare(thread, kUnit.size(), kUnit) != 0)
+        return line;
+    return line.substr(thread + kUnit.size());
+}
+
 class TraceTest : public testing::Test {
   protected:
     TraceTest()
@@ -77,15 +94,10 @@ class TraceTest : public testing::Test {
     // The lines of the file, without time and thread.
     std::vector<std::string> lines() const
     {
-        static const std::regex form(
-            R"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{6}Z \d+ Tessera/unit (.*))");
         std::vector<std::string> texts;
         std::ifstream stream(file_);
-        for (std::string line; std::getline(stream, line);) {
-            std::smatch match;
-            EXPECT_TRUE(std::regex_match(line, match, form)) << line;
-            texts.push_back(match.size() > 1 ? match[1].str() : line);
-        }
+        for (std::string line; std::getline(stream, line);)
+            texts.push_back(withoutOrigin(line));
         return texts;
     }
 

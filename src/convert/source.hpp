@@ -1,0 +1,132 @@
+// Where a conversion reads: each source gives the Unicode values of its text one by one.
+//
+//     next    the next value; false at the end, or before a character that the end cuts off
+//     whole   whether all of the text was given
+#pragma once
+
+#include <cstdint>
+
+#include "chars/form.hpp"
+
+namespace vlx {
+
+// Bytes of a single-byte page. A byte whose length is not 1 asks the multi-byte table.
+struct SingleSource {
+    const TSObject* object;
+    const char* at;
+    const char* end;
+
+    bool next(TSChar16& value)
+    {
+        if (at == end)
+            return false;
+        const TSCodePageHeader& page = tsCodePage(object);
+        const auto byte = static_cast<std::uint8_t>(*at);
+        const std::int32_t length = page.charLength[byte];
+        if (length == 1) [[likely]]
+            value = page.toUnicode[byte];
+        else
+            value = length <= end - at ? TSCpMbToUnicode(object, at) : kNoUnicode;
+        ++at;
+        return true;
+    }
+    bool whole() const { return at == end; }
+};
+
+// Bytes of a page without states.
+struct MultiSource {
+    const TSObject* object;
+    const char* at;
+    const char* end;
+
+    bool next(TSChar16& value)
+    {
+        if (at == end)
+            return false;
+        const TSCodePageHeader& page = tsCodePage(object);
+        const auto byte = static_cast<std::uint8_t>(*at);
+        const std::int32_t length = page.charLength[byte];
+        if (length > end - at)
+            return false;
+        value = length == 1 ? TSChar16{page.toUnicode[byte]} : TSCpMbToUnicode(object, at);
+        at += length;
+        return true;
+    }
+    bool whole() const { return at == end; }
+};
+
+// Stateful bytes: before each character one shift byte is passed.
+struct ShiftSource {
+    const TSObject* object;
+    const char* at;
+    const char* end;
+    std::int32_t state;
+
+    bool next(TSChar16& value)
+    {
+        if (!settle())
+            return false;
+        const TSCodePageHeader& page = tsCodePage(object);
+        value = state ? TSCpMbToUnicode(object, at)
+                      : TSChar16{page.toUnicode[static_cast<std::uint8_t>(*at)]};
+        at += step();
+        return true;
+    }
+
+    // Moves to the next whole character, behind a shift byte.
+    bool settle()
+    {
+        if (at == end)
+            return false;
+        const TSCodePageHeader& page = tsCodePage(object);
+        if (isShiftIn(page, *at) || isShiftOut(page, *at)) {
+            state = isShiftIn(page, *at);
+            if (++at == end)
+                return false;
+        }
+        return step() <= end - at;
+    }
+    std::int32_t step() const { return state ? tsCodePage(object).maxCharBytes : 1; }
+    bool whole() const { return at == end; }
+};
+
+struct UnicodeSource {
+    const TSChar16* at;
+    const TSChar16* end;
+
+    bool next(TSChar16& value)
+    {
+        if (at == end)
+            return false;
+        value = *at++;
+        return true;
+    }
+    bool whole() const { return at == end; }
+};
+
+struct PackedSource {
+    const TSObject* object;
+    const TSChar32* at;
+    const TSChar32* end;
+
+    bool next(TSChar16& value)
+    {
+        if (at == end)
+            return false;
+        value = PackedForm{object}.unicode({at++, end});
+        return true;
+    }
+    bool whole() const { return at == end; }
+};
+
+// Calls `member` with the source of a locale's plain text.
+template <class Member>
+auto withPlainSource(const TSLocale& locale, const char* input, std::int32_t length,
+                     const Member& member)
+{
+    if (locale.flags & kLocaleSingleByte)
+        return member(SingleSource{locale.codePage, input, input + length});
+    return member(MultiSource{locale.codePage, input, input + length});
+}
+
+} // namespace vlx

@@ -1,0 +1,12 @@
+// TSCloseConversion: the end of a conversion handle; what is pending is dropped.
+#include "convert/handle.hpp"
+#include "frame/globals.hpp"
+#include "frame/trace.hpp"
+
+TS_TRACE_UNIT("tsclscnv");
+
+int32_t TSCloseConversion(TSConversion* conversion)
+{
+    TS_TRACE(TSCloseConversion);
+    TS_RETURN(vlx::release(conversion) ? TS_ERR_NONE : TS_ERR_FREE);
+}

@@ -1,0 +1,65 @@
+// TSMapString: the image of a string under a mapping, by the tables of its code page.
+#include "mapping/mapbytes.hpp"
+
+TS_TRACE_UNIT("tsmapstr");
+
+namespace {
+
+using vlx::Mapping;
+
+// Single-byte text where a byte becomes a byte.
+int32_t mapSingle(const TSLocale& locale, const Mapping& mapping, char* destination, int32_t size,
+                  const char* source, int32_t length)
+{
+    const int32_t count = std::max(std::min(size, length), 0);
+    const TSCodePageHeader& page = tsCodePage(locale.codePage);
+    if (mapping.isWidth()) {
+        std::memmove(destination, source, static_cast<std::size_t>(count));
+    } else if (mapping.isCase()) {
+        const uint8_t* const table = mapping.caseTable(page);
+        for (int32_t i = 0; i < count; ++i)
+            destination[i] = static_cast<char>(table[static_cast<uint8_t>(source[i])]);
+    } else {
+        const vlx::MultiMap form{{locale.codePage}};
+        for (int32_t i = 0; i < count; ++i) // one byte of the image, whatever the page makes of it
+            destination[i] = digitImage(form, {source + i, source + length}).bytes[0];
+    }
+    return count;
+}
+
+int32_t mapPlain(const TSLocale& locale, const Mapping& mapping, char* destination, int32_t size,
+                 const char* source, int32_t length)
+{
+    const bool usesPairs = mapping.isCase() && mapping.usesPairs(locale);
+    if ((locale.flags & vlx::kLocaleSingleByte) && !usesPairs)
+        return mapSingle(locale, mapping, destination, size, source, length);
+    // Deliberate: in lower case a character that hits alone just behind a miss leaps over bytes.
+    const bool leaps = !mapping.isUpper();
+    return vlx::mapText(vlx::MultiMap{{locale.codePage}}, locale.language, mapping, usesPairs,
+                        leaps, {source, source + length}, vlx::PlainOutput(destination, size));
+}
+
+} // namespace
+
+int32_t TSMapString(TSLocale* handle, char* destination, int32_t size, const char* source,
+                    int32_t length, uint32_t mapping)
+{
+    TS_TRACE(TSMapString);
+    TSLocale* const locale = tsLocale(handle);
+    const Mapping asked(mapping);
+    if (!asked.isGood())
+        TS_FAIL(locale->lastError, TS_ERR_ARGUMENT, -1, "Invalid mapping %#x", mapping);
+    if (asked.isCopy())
+        TS_RETURN(TSStrcpy(locale, destination, size, source, length, mapping & TS_OPT_CHAR_COUNT));
+    locale->lastError = TS_ERR_NONE;
+    if (asked.counted && length > 0)
+        length = TSCpCharsToBytes(locale->codePage, source, 0, length);
+    length = vlx::mappedLength(source, length);
+    if (!asked.counted)
+        TS_RETURN(mapPlain(*locale, asked, destination, size, source, length));
+
+    vlx::CountedArea area;
+    const int32_t written =
+        mapPlain(*locale, asked, area.bytes, vlx::CountedArea::capacityFor(size), source, length);
+    TS_RETURN(area.handOver(vlx::MultiMap{{locale->codePage}}, 0, written, destination, size));
+}

@@ -1,0 +1,71 @@
+// The lookups of string mapping: the built-in maps of Unicode values, the map values of a code
+// page, and the pairs of a language. Nothing here allocates or keeps state.
+#pragma once
+
+#include <cstdint>
+
+#include "chars/unipages.hpp"
+#include "frame/objman.hpp"
+#include "tessera.h"
+
+namespace vlx {
+
+extern const std::uint8_t uniLowerPages[kUniPages];
+extern const std::uint8_t uniUpperPages[kUniPages];
+extern const std::uint8_t uniFullWidthPages[kUniPages];
+extern const std::uint8_t uniHalfWidthPages[kUniPages];
+extern const std::int16_t uniDifferences[][kUniBlock]; // what is added to a value, of all four maps
+extern const std::uint8_t uniDigitPages[kUniPages];
+extern const std::uint8_t uniDigitBlocks[][kUniBlock];
+
+inline TSChar16 uniMapped(const std::uint8_t (&pages)[kUniPages], TSChar16 value)
+{
+    return static_cast<TSChar16>(value + uniEntry(pages, uniDifferences, value));
+}
+
+// The maps without a locale, for loops. A value without another form is its own image.
+inline TSChar16 uniToLower(TSChar16 value)
+{
+    return uniMapped(uniLowerPages, value);
+}
+inline TSChar16 uniToUpper(TSChar16 value)
+{
+    return uniMapped(uniUpperPages, value);
+}
+inline TSChar16 uniToFullWidth(TSChar16 value)
+{
+    return uniMapped(uniFullWidthPages, value);
+}
+inline TSChar16 uniToHalfWidth(TSChar16 value)
+{
+    return uniMapped(uniHalfWidthPages, value);
+}
+
+// The ASCII digit of a digit, 0 of all other values.
+inline TSChar16 uniDigit(TSChar16 value)
+{
+    return uniEntry(uniDigitPages, uniDigitBlocks, value);
+}
+
+// The two pair tables of a language.
+enum class PairTable : std::uint8_t { kLower, kUpper };
+
+} // namespace vlx
+
+// The maps with a locale, null for the default one, whose error they set to 0.
+TSChar16 TSUniToLower(TSLocale* locale, TSChar16 value);
+TSChar16 TSUniToUpper(TSLocale* locale, TSChar16 value);
+TSChar16 TSUniToFullWidth(TSLocale* locale, TSChar16 value);
+TSChar16 TSUniToHalfWidth(TSLocale* locale, TSChar16 value);
+
+// The map value of a character longer than one byte; 0 if it has none.
+TSChar32 TSCpMapValue(const TSObject* object, TSChar32 character);
+
+// The character of a map value: the first byte that has it, or else the first pair's key, or else
+// 0. The value 0 is sought as all others are.
+TSChar32 TSCpUnmapValue(const TSObject* object, TSChar32 value);
+
+// Looks a character, or two of them, up in a pair table; `second` is 0 for one character. Returns
+// the number of results, 1 or 2, or 0 on a miss, which leaves both results alone.
+std::int32_t TSLangMapPair(const TSObject* language, TSChar16 first, TSChar16 second,
+                           TSChar16* result1, TSChar16* result2, vlx::PairTable table);

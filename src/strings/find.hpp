@@ -1,0 +1,89 @@
+// Finding a character in a string: the first one, or the last.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+#include "frame/globals.hpp"
+#include "frame/trace.hpp"
+#include "strings/length.hpp"
+
+namespace vlx {
+
+// Options of the family, with the counting of characters taken away.
+inline bool findOptionsAreGood(std::uint32_t options)
+{
+    options &= ~TS_OPT_CHAR_COUNT;
+    return options == 0 || options == TS_OPT_LAST_MATCH;
+}
+inline bool wantsLast(std::uint32_t options)
+{
+    return (options & ~TS_OPT_CHAR_COUNT) == TS_OPT_LAST_MATCH;
+}
+
+// The bytes to search: a negative length takes in the terminator.
+inline std::int32_t findLength(const TSLocale& locale, const char* string, std::int32_t state,
+                               std::int32_t length, std::uint32_t options)
+{
+    if (length < 0)
+        return unitsOf(string) + 1;
+    if (options & TS_OPT_CHAR_COUNT)
+        return TSCpCharsToBytes(locale.codePage, string, state, length);
+    return length;
+}
+
+// Finds a character of the same length and the same bytes as the one at `sought`. A character that
+// the end of the text cuts off ends the search. The place found has the state of the match; a null
+// one is none.
+template <class Form>
+Text<Form> findCharacter(const Form& form, Text<Form> text, const Text<Form>& sought, bool last)
+{
+    const std::int32_t length = form.length(sought);
+    Text<Form> found{nullptr, nullptr};
+    while (form.settle(text) && form.length(text) <= text.left()) {
+        if (form.length(text) == length && std::equal(text.at, text.at + length, sought.at)) {
+            found = text;
+            if (!last)
+                break;
+        }
+        text.at += form.length(text);
+    }
+    return found;
+}
+
+inline const char* findByte(const char* string, std::int32_t length, char byte, bool last)
+{
+    if (!last)
+        return static_cast<const char*>(std::memchr(string, static_cast<unsigned char>(byte),
+                                                    static_cast<std::size_t>(length)));
+    for (const char* at = string + length; at != string;)
+        if (*--at == byte)
+            return at;
+    return nullptr;
+}
+
+// Finds a unit. Deliberate: a negative length takes in the terminator in the search forward alone;
+// the search for the last match begins before it.
+template <class Unit>
+const Unit* findUnit(const Unit* string, std::int32_t length, Unit unit, bool last)
+{
+    if (last) {
+        for (const Unit* at = string + (length < 0 ? unitsOf(string) : length); at != string;)
+            if (*--at == unit)
+                return at;
+        return nullptr;
+    }
+    if (length < 0) {
+        const Unit* at = string;
+        while (*at != unit)
+            if (*at++ == 0)
+                return nullptr;
+        return at;
+    }
+    const Unit* const end = string + length;
+    const Unit* const at = std::find(string, end, unit);
+    return at == end ? nullptr : at;
+}
+
+} // namespace vlx

@@ -1,0 +1,81 @@
+// Comparison of multi-byte text without shift bytes, character by character.
+#pragma once
+
+#include "mapping/mapbytes.hpp"
+#include "strings/compare.hpp"
+
+namespace vlx {
+
+inline constexpr std::int32_t kLongestCharacter = 4;
+
+// By half-width forms. Gives the result: of what differs first, or of what is left behind it.
+inline std::int32_t compareWidth(const TSLocale& locale, const CompareText& text1,
+                                 const CompareText& text2)
+{
+    const MultiMap form{{locale.codePage}};
+    const Mapping narrow(TS_MAP_HALF_WIDTH);
+    MultiMap::Text first{text1.string, text1.string + text1.length};
+    MultiMap::Text second{text2.string, text2.string + text2.length};
+    while (first.left() > 0 && second.left() > 0) {
+        const std::int32_t length1 = form.length(first);
+        const std::int32_t length2 = form.length(second);
+        const std::int32_t least = std::min(first.left(), second.left());
+        if (least < kLongestCharacter || byteDifference(first.at, second.at, length1) != 0) {
+            const Image image1 = widthImage(form, first, narrow);
+            const Image image2 = widthImage(form, second, narrow);
+            // Deliberate: an image longer than what is left ends the comparison, with 0 if the
+            // other one has its length.
+            if (image1.length != image2.length || image1.length > least)
+                return image1.length - image2.length;
+            const std::int32_t result = byteDifference(image1.bytes, image2.bytes, image1.length);
+            if (result != 0)
+                return result;
+        }
+        first.at += length1;
+        second.at += length2;
+    }
+    return first.left() - second.left();
+}
+
+// By upper-case forms, without pairs: what differs first, or 0.
+inline std::int32_t compareCase(const TSLocale& locale, const CompareText& text1,
+                                const CompareText& text2)
+{
+    const MultiMap form{{locale.codePage}};
+    const Mapping upper(TS_MAP_UPPER | TS_MAP_SIMPLE);
+    const std::int32_t common = std::min(text1.length, text2.length);
+    MultiMap::Text first{text1.string, text1.string + common};
+    MultiMap::Text second{text2.string, text2.string + common};
+    while (first.left() > 0) {
+        const std::int32_t length = form.length(first);
+        if (length != form.length(second) || first.left() < length)
+            return length - form.length(second);
+        if (byteDifference(first.at, second.at, length) != 0) {
+            const Image image1 = form.cased(first, upper);
+            const Image image2 = form.cased(second, upper);
+            const std::int32_t result =
+                byteDifference(image1.bytes, image2.bytes, kLongestCharacter);
+            if (result != 0)
+                return result;
+        }
+        first.at += length;
+        second.at += length;
+    }
+    return 0;
+}
+
+// The same for single-byte text.
+inline std::int32_t compareSingleCase(const TSLocale& locale, const CompareText& text1,
+                                      const CompareText& text2)
+{
+    const std::uint8_t* const upper = tsCodePage(locale.codePage).toUpper;
+    const auto* const first = reinterpret_cast<const std::uint8_t*>(text1.string);
+    const auto* const second = reinterpret_cast<const std::uint8_t*>(text2.string);
+    const std::int32_t common = std::min(text1.length, text2.length);
+    for (std::int32_t i = 0; i < common; ++i)
+        if (upper[first[i]] != upper[second[i]])
+            return upper[first[i]] - upper[second[i]];
+    return 0;
+}
+
+} // namespace vlx

@@ -1,0 +1,105 @@
+// Spans: how far a string consists of characters of a set, or of none of them. One algorithm for
+// the five forms; single-byte text, where a character is a byte, has a loop of its own.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+#include "chars/form.hpp"
+#include "frame/globals.hpp"
+#include "locale/locale.hpp"
+#include "strings/length.hpp"
+
+namespace vlx {
+
+// A string argument of a span as the caller gave it.
+template <class Form>
+struct SpanText {
+    const typename Form::Unit* string;
+    std::int32_t length;
+    std::int32_t state = 0;
+};
+
+// The characters of a set, and a filter by their first units in front of them.
+template <class Form>
+class CharacterSet {
+    using Unit = typename Form::Unit;
+
+  public:
+    CharacterSet(const Form& form, Text<Form> set) : form_(form), set_(set)
+    {
+        for (; form.settle(set); set.at += lengthAt(form, set))
+            filter_[indexOf(*set.at)] = true;
+    }
+
+    // Whether the character at `text` is in the set: one of the same length and the same units.
+    bool has(const Text<Form>& text) const
+    {
+        if (!filter_[indexOf(*text.at)])
+            return false;
+        const std::int32_t length = lengthAt(form_, text);
+        Text<Form> set = set_;
+        for (; form_.settle(set); set.at += lengthAt(form_, set))
+            if (lengthAt(form_, set) == length && std::equal(set.at, set.at + length, text.at))
+                return true;
+        return false;
+    }
+
+    // A character's length, cut to what is left of its text.
+    static std::int32_t lengthAt(const Form& form, const Text<Form>& text)
+    {
+        return std::min(form.length(text), text.left());
+    }
+
+  private:
+    static std::uint8_t indexOf(Unit unit) { return static_cast<std::uint8_t>(unit); }
+
+    const Form& form_;
+    const Text<Form> set_;
+    bool filter_[256] = {};
+};
+
+// Units from the start of `string` whose characters are in `set`, or are not, as `inSet` asks. A
+// character that a given length cuts off ends the span; one that the terminator cuts off is
+// shorter.
+template <class Form>
+std::int32_t spanOf(const Form& form, const SpanText<Form>& string, const SpanText<Form>& set,
+                    bool inSet)
+{
+    const CharacterSet<Form> characters(form, textOf(form, set.string, set.length, set.state));
+    Text<Form> text = textOf(form, string.string, string.length, string.state);
+    while (form.settle(text)) {
+        const std::int32_t length = CharacterSet<Form>::lengthAt(form, text);
+        const bool isCut = string.length >= 0 && form.length(text) > length;
+        if (isCut || characters.has(text) != inSet)
+            break;
+        text.at += length;
+    }
+    return static_cast<std::int32_t>(text.at - string.string);
+}
+
+// The span of single-byte text: one look into a table for each byte, and no look for the end of a
+// terminated string before it is reached.
+inline std::int32_t spanOf(const SingleForm&, const SpanText<SingleForm>& string,
+                           const SpanText<SingleForm>& set, bool inSet)
+{
+    bool goesOn[256];
+    std::fill(goesOn, goesOn + 256, !inSet);
+    const std::int32_t setLength = set.length < 0 ? unitsOf(set.string) : set.length;
+    for (std::int32_t i = 0; i < setLength; ++i)
+        goesOn[static_cast<std::uint8_t>(set.string[i])] = inSet;
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(string.string);
+    std::int32_t at = 0;
+    if (string.length < 0) {
+        goesOn[0] = false;
+        while (goesOn[bytes[at]])
+            ++at;
+    } else {
+        while (at < string.length && goesOn[bytes[at]])
+            ++at;
+    }
+    return at;
+}
+
+} // namespace vlx

@@ -1,0 +1,18 @@
+// TSStrcspn: the span of characters that are not in the set.
+#include "frame/trace.hpp"
+#include "strings/span.hpp"
+
+TS_TRACE_UNIT("tsstcspn");
+
+int32_t TSStrcspn(TSLocale* handle, const char* string, int32_t length, const char* set,
+                  int32_t setLength, uint32_t options)
+{
+    TS_TRACE(TSStrcspn);
+    TSLocale* const locale = tsLocale(handle);
+    const int32_t span = vlx::withPlainForm(*locale, [&](const auto& form) {
+        using Form = std::decay_t<decltype(form)>;
+        return spanOf(form, vlx::SpanText<Form>{string, length}, {set, setLength}, false);
+    });
+    locale->lastError = TS_ERR_NONE;
+    TS_RETURN(options & TS_OPT_CHAR_COUNT ? TSNumChars(locale, string, span, 0) : span);
+}

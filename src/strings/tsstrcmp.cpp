@@ -1,0 +1,73 @@
+// TSStrcmp: compares two strings by their code.
+#include "strings/plaincmp.hpp"
+#include "strings/whole.hpp"
+
+TS_TRACE_UNIT("tsstrcmp");
+
+namespace {
+
+// The bytes to compare. Deliberate: a negative length other than -1 is a text of nothing.
+int32_t bytesOf(const TSLocale& locale, const char* string, int32_t length, bool counted)
+{
+    if (length == -1)
+        return vlx::unitsOf(string);
+    if (length <= 0)
+        return 0;
+    if (counted)
+        length = TSCpCharsToBytes(locale.codePage, string, 0, length);
+    return vlx::wholeBytes(locale, string, length);
+}
+
+// The result of a comparison that needs no memory.
+int32_t compareTexts(const TSLocale& locale, const vlx::CompareOptions& options,
+                     const vlx::CompareText& first, const vlx::CompareText& second)
+{
+    const bool isSingle = (locale.flags & vlx::kLocaleSingleByte) != 0;
+    const int32_t common = std::min(first.length, second.length);
+    int32_t result = 0;
+    if (options.isExact() || (options.ignoresWidth() && isSingle))
+        result = vlx::byteDifference(first.string, second.string, common);
+    else if (vlx::areSame(first.string, first.length, second.string, second.length))
+        return 0;
+    else if (options.ignoresWidth())
+        return vlx::compareWidth(locale, first, second);
+    else
+        result = isSingle ? vlx::compareSingleCase(locale, first, second)
+                          : vlx::compareCase(locale, first, second);
+    return result != 0 ? result : first.length - second.length;
+}
+
+} // namespace
+
+int32_t TSStrcmp(TSLocale* handle, const char* string1, int32_t length1, const char* string2,
+                 int32_t length2, uint32_t options)
+{
+    TS_TRACE(TSStrcmp);
+    TSLocale* const locale = tsLocale(handle);
+    const vlx::CompareOptions asked(options);
+    if (!asked.isGood())
+        TS_FAIL(locale->lastError, TS_ERR_ARGUMENT, 0, "Invalid options %#x", options);
+    vlx::CompareText first{string1, bytesOf(*locale, string1, length1, asked.counted)};
+    vlx::CompareText second{string2, bytesOf(*locale, string2, length2, asked.counted)};
+    if (asked.strips)
+        vlx::stripBlanks(first, second, [&](char* copy, int32_t, int32_t size) {
+            return TSTruncateString(locale, copy, size, truncationOptions(asked));
+        });
+    TS_DUMP(TRC1_DETAIL, string1, first.length, "String1");
+    TS_DUMP(TRC1_DETAIL, string2, second.length, "String2");
+    locale->lastError = TS_ERR_NONE;
+    if (first.length == 0 || second.length == 0)
+        TS_RETURN(first.length - second.length);
+    if (!asked.ignoresCase() || !vlx::hasUpperPairs(*locale))
+        TS_RETURN(compareTexts(*locale, asked, first, second));
+
+    vlx::UpperImage<char> image1(first.length, 8);
+    vlx::UpperImage<char> image2(second.length, 8);
+    if (!image1 || !image2)
+        TS_FAIL(locale->lastError, TS_ERR_MEMORY, 0, "Out of memory");
+    image1.count =
+        TSMapString(locale, image1.units(), image1.size(), string1, first.length, TS_MAP_UPPER);
+    image2.count =
+        TSMapString(locale, image2.units(), image2.size(), string2, second.length, TS_MAP_UPPER);
+    TS_RETURN(imageDifference(image1, image2, vlx::differenceOfBytes));
+}

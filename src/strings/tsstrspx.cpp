@@ -1,0 +1,18 @@
+// TSStrspnEx: the span of characters of stateful text that are in the set.
+#include "frame/trace.hpp"
+#include "strings/span.hpp"
+
+TS_TRACE_UNIT("tsstrspx");
+
+int32_t TSStrspnEx(TSLocale* handle, const char* string, int32_t state, int32_t length,
+                   const char* set, int32_t setState, int32_t setLength, uint32_t options)
+{
+    TS_TRACE(TSStrspnEx);
+    TSLocale* const locale = tsLocale(handle);
+    if (!(locale->flags & vlx::kLocaleStateful))
+        TS_RETURN(TSStrspn(locale, string, length, set, setLength, options));
+    const vlx::ShiftForm form{locale->codePage};
+    const int32_t span = spanOf(form, {string, length, state}, {set, setLength, setState}, true);
+    locale->lastError = TS_ERR_NONE;
+    TS_RETURN(options & TS_OPT_CHAR_COUNT ? TSNumCharsEx(locale, string, state, span, 0) : span);
+}
