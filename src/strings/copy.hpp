@@ -11,20 +11,23 @@
 
 namespace vlx {
 
-// The bytes that a copy may take: of the string and its terminator, or of the given length, no more
-// than the size holds. Both count characters if `counted`.
-inline std::int32_t copyBudget(TSLocale* locale, const char* source, std::int32_t state,
-                               std::int32_t length, std::int32_t size, bool counted)
+// How much of a source a copy may take: its bytes, before the room is looked at, and in a copy that
+// counts characters the bytes of as many as the size allows. A negative length takes the terminator
+// along. `countOf` counts the characters of so many bytes of the source.
+template <class CountOf>
+std::int32_t copyLength(const TSLocale& locale, const char* source, std::int32_t state,
+                        std::int32_t length, std::int32_t size, bool counted,
+                        const CountOf& countOf)
 {
     const bool terminated = length < 0;
     const std::int32_t whole = terminated ? unitsOf(source) + 1 : 0;
     if (!counted)
-        return std::min(terminated ? whole : length, size);
+        return terminated ? whole : length;
     if (!terminated)
-        return TSCpCharsToBytes(locale->codePage, source, state, std::min(length, size));
-    const std::int32_t characters = TSNumCharsEx(locale, source, state, whole, 0);
-    return TSCpCharsToBytesWithin(locale->codePage, source, state, std::min(characters, size),
-                                  whole);
+        return TSCpCharsToBytes(locale.codePage, source, state, std::min(length, size));
+    const std::int32_t characters = std::min(countOf(whole), size);
+    return std::min(TSCpCharsToBytesWithin(locale.codePage, source, state, characters, whole),
+                    whole);
 }
 
 // Copies 16-bit or 32-bit units and gives their number. The two may overlap.

@@ -21,6 +21,16 @@ struct SpanText {
     std::int32_t state = 0;
 };
 
+// Lengths in characters are turned into bytes first; negative ones stay.
+template <class Form>
+SpanText<Form> spanText(const TSLocale& locale, const char* string, std::int32_t length,
+                        std::uint32_t options, std::int32_t state = 0)
+{
+    if ((options & TS_OPT_CHAR_COUNT) && length > 0)
+        length = TSCpCharsToBytes(locale.codePage, string, state, length);
+    return {string, length, state};
+}
+
 // The characters of a set, and a filter by their first units in front of them.
 template <class Form>
 class CharacterSet {

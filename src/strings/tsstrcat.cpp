@@ -22,8 +22,8 @@ int32_t TSStrcat(TSLocale* handle, char* destination, const char* source, int32_
         count = vlx::unitsOf(source);
     else if (counted)
         count = TSCpCharsToBytes(locale->codePage, source, 0, length);
-    else
-        count = vlx::wholeBytes(*locale, source, length);
+    if (length > 0)
+        count = vlx::wholeBytes(*locale, source, count);
     std::memmove(destination + before, source, static_cast<std::size_t>(count));
     int32_t total = before + count;
     if (length < 0 || (options & TS_OPT_TERMINATE))

@@ -40,7 +40,11 @@ int32_t TSStrcpyEx(TSLocale* handle, char* destination, int32_t state, int32_t s
     locale->lastError = TS_ERR_NONE;
     if (length == 0 || size <= 0)
         TS_RETURN(0);
-    int32_t budget = vlx::copyBudget(locale, source, sourceState, length, size, options != 0);
+    const bool counted = options != 0;
+    const auto countOf = [&](int32_t bytes) {
+        return TSNumCharsEx(locale, source, sourceState, bytes, 0);
+    };
+    length = vlx::copyLength(*locale, source, sourceState, length, size, counted, countOf);
 
     const TSCodePageHeader& page = tsCodePage(locale->codePage);
     const Junction junction = junctionOf(page, state, size, source, sourceState);
@@ -49,13 +53,13 @@ int32_t TSStrcpyEx(TSLocale* handle, char* destination, int32_t state, int32_t s
     if (junction.skips) { // both go on in the state that the byte sets, the destination's own
         sourceState = state;
         ++source;
-        --budget;
+        --length;
     }
     if (junction.writes) {
         *destination++ = static_cast<char>(sourceState ? page.shiftIn : page.shiftOut);
-        if (!options)
-            budget = std::min(budget, size - 1);
+        --size;
     }
+    const int32_t budget = counted ? length : std::min(length, size);
 
     const vlx::ShiftForm form{locale->codePage};
     vlx::Text<vlx::ShiftForm> text{source, source + budget, sourceState};
@@ -76,7 +80,7 @@ int32_t TSStrcpyEx(TSLocale* handle, char* destination, int32_t state, int32_t s
         --end;
     const auto taken = static_cast<int32_t>(end - source);
     std::memmove(destination, source, static_cast<std::size_t>(taken));
-    if (options)
+    if (counted)
         TS_RETURN(TSNumCharsEx(locale, destination, sourceState, taken, 0));
     TS_RETURN(taken + (junction.writes ? 1 : 0));
 }

@@ -13,8 +13,11 @@ int32_t TSStrcpy(TSLocale* handle, char* destination, int32_t size, const char* 
     locale->lastError = TS_ERR_NONE;
     if (length == 0 || size <= 0)
         TS_RETURN(0);
-    const int32_t budget = vlx::copyBudget(locale, source, 0, length, size, options != 0);
+    const bool counted = options != 0;
+    const auto countOf = [&](int32_t bytes) { return TSNumChars(locale, source, bytes, 0); };
+    length = vlx::copyLength(*locale, source, 0, length, size, counted, countOf);
+    const int32_t budget = counted ? length : std::min(length, size);
     const int32_t taken = vlx::wholeBytes(*locale, source, budget);
     std::memmove(destination, source, static_cast<std::size_t>(taken));
-    TS_RETURN(options ? TSNumChars(locale, destination, taken, 0) : taken);
+    TS_RETURN(counted ? TSNumChars(locale, destination, taken, 0) : taken);
 }

@@ -68,7 +68,7 @@ int32_t terminateToken(TSLocale* locale, char* token, int32_t state, int32_t use
                 endState = 0;
             }
         }
-        if (endState != 0)
+        if (endState != 0 && used < size)
             token[used++] = static_cast<char>(page.shiftOut);
     }
     token[used] = 0;
@@ -109,8 +109,11 @@ int32_t TSStrtokEx(TSLocale* handle, char* token, int32_t tokenState, int32_t si
         used = terminateToken(locale, token, tokenState, used, room);
 
     *length = span == 0 || span >= rest.length ? 0 : rest.length - span;
-    if (*length > 0)
+    if (*length > 0) {
         *next = TSMoveStringPointerEx(locale, rest.at, rest.state, span, nextState, 0);
+        if (counted)
+            *length = TSNumCharsEx(locale, *next, *nextState, *length, 0);
+    }
     locale->lastError = TS_ERR_NONE;
     TS_RETURN(counted ? TSNumCharsEx(locale, token, tokenState, used, 0) : used);
 }

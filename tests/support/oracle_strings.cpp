@@ -61,7 +61,10 @@ std::ptrdiff_t lengthInBytes(const Locale& locale, const Text& text, std::uint32
 {
     if (text.length <= 0 || (options & kCharCount) == 0)
         return text.length;
-    return charsToBytes(locale.page, text.bytes, text.state, text.length);
+    const std::int32_t bytes = charsToBytes(locale.page, text.bytes, text.state, text.length);
+    // The caller vouches for every byte of the length.
+    static_cast<void>(text.bytes.from(bytes));
+    return bytes;
 }
 
 Walk wholeCharacters(const Locale& locale, Span text, std::ptrdiff_t budget)
@@ -78,18 +81,20 @@ Walk wholeCharacters(const Locale& locale, Span text, std::ptrdiff_t budget)
 
 Walk wholeCharactersEx(const Locale& locale, Span text, std::int32_t state, std::ptrdiff_t budget)
 {
-    Walk walk{0, state};
+    Walk walk{0, state, false};
     while (walk.bytes < budget) {
         const unsigned byte = text.at(walk.bytes);
         if (isShift(locale, byte)) {
             walk.state = stateBehind(locale, byte);
             walk.bytes += 1;
+            walk.endsOnShift = true;
             continue;
         }
         const std::ptrdiff_t length = stepOf(locale, walk.state);
         if (walk.bytes + length > budget)
             break;
         walk.bytes += length;
+        walk.endsOnShift = false;
     }
     return walk;
 }

@@ -118,9 +118,8 @@ Outcome copyEx(const Locale& locale, Bytes& destination, std::int32_t state, std
         room -= 1;
     if (options != kCharCount)
         budget = std::min(length, room);
-    std::ptrdiff_t taken = wholeCharactersEx(locale, rest, junction.state, budget).bytes;
-    if (taken > 0 && isShift(locale, rest.at(taken - 1)))
-        taken -= 1;
+    const Walk walk = wholeCharactersEx(locale, rest, junction.state, budget);
+    const std::ptrdiff_t taken = walk.endsOnShift ? walk.bytes - 1 : walk.bytes;
     if (junction.written)
         put(destination, 0, *junction.written);
     copyBytes(destination, junction.written ? 1 : 0, rest, taken);
@@ -178,7 +177,7 @@ Outcome appendEx(const Locale& locale, Bytes& destination, std::int32_t state, c
     }
     Walk taken;
     if (source.length < 0) {
-        taken = {terminatedLength(source.bytes), 0};
+        taken.bytes = terminatedLength(source.bytes);
         options |= kTerminate;
     } else {
         taken = wholeCharactersEx(locale, source.bytes, source.state,

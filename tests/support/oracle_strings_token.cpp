@@ -78,7 +78,8 @@ struct TokenEnd {
     std::int32_t state = 0;
 };
 
-// Closes and terminates a token; `size` is the room before the place of the terminator.
+// Closes and terminates a token; `size` is the room before the place of the terminator. A full
+// buffer without a character to give up gets the terminator and no shift byte.
 void closeToken(const Locale& locale, Bytes& buffer, std::ptrdiff_t size, TokenEnd& end)
 {
     if (locale.stateful && end.state != 0) {

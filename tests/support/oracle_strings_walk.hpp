@@ -29,6 +29,7 @@ std::ptrdiff_t lengthInBytes(const Locale& locale, const Text& text, std::uint32
 struct Walk {
     std::ptrdiff_t bytes = 0;
     std::int32_t state = 0;
+    bool endsOnShift = false; // a last byte of a character is none, whatever its value
 };
 Walk wholeCharacters(const Locale& locale, Span text, std::ptrdiff_t budget);
 Walk wholeCharactersEx(const Locale& locale, Span text, std::int32_t state, std::ptrdiff_t budget);

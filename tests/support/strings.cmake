@@ -1,4 +1,6 @@
 # The oracle of the string operations; it stands on that of the character model.
+include_guard(GLOBAL)
+
 if(NOT TARGET vlx_test_chars)
     include(${CMAKE_CURRENT_LIST_DIR}/chars.cmake)
 endif()
