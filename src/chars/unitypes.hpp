@@ -8,6 +8,7 @@
 
 namespace vlx {
 
+// Told to be hidden, the tables are addressed directly and not through a table of addresses.
 #pragma GCC visibility push(hidden)
 extern const std::uint32_t uniTypeWords[]; // every word that there is
 extern const std::uint8_t uniTypePages[kUniPages];

@@ -1,4 +1,7 @@
 // What the stepping functions promise, one by one.
+#include <random>
+#include <string>
+
 #include <gtest/gtest.h>
 
 #include "chars/situations.hpp"
@@ -45,6 +48,36 @@ TEST_F(SingleByte, PrevCharAtTheStartGoesOneByteBeforeIt)
     const char* const start = text + 1;
     EXPECT_EQ(TSPrevChar(&locale_, start, start, 0), start - 1);
     EXPECT_EQ(TSPrevChar(&locale_, start, start + 2, 0), start + 1);
+}
+
+// Long text is counted by blocks where it is ASCII; the blocks must not be seen in the count.
+TEST_F(DoubleByte, NumCharsOfLongTextIsThatOfItsSteps)
+{
+    std::mt19937 random(7);
+    for (int round = 0; round < 200; ++round) {
+        std::string text;
+        while (text.size() < 200)
+            text += random() % 9 == 0 ? std::string("\x81\x40") : std::string(random() % 12, 'a');
+        for (std::int32_t length = 0; length <= static_cast<std::int32_t>(text.size()); ++length) {
+            std::int32_t count = 0;
+            for (std::int32_t at = 0; at < length; ++count) {
+                at += text[static_cast<std::size_t>(at)] == '\x81' ? 2 : 1;
+                if (at > length)
+                    break;
+            }
+            ASSERT_EQ(TSNumChars(&locale_, text.c_str(), length, 0), count) << text << length;
+        }
+    }
+}
+
+TEST_F(DoubleByte, NumCharsFollowsALengthTableWhereAsciiBytesLead)
+{
+    PageBuilder page(PageShape::kDoubleByte);
+    page.asciiHalf().map(0x4141, 0x3000);
+    TSLocale locale = localeOn(page.build());
+    const std::string text(100, 'A');
+    const std::int32_t lead = TSByteLength(&locale, text.c_str());
+    EXPECT_EQ(TSNumChars(&locale, text.c_str(), -1, 0), 100 / lead);
 }
 
 TEST_F(DoubleByte, PrevCharAtTheStartStaysThere)
