@@ -1,0 +1,52 @@
+// Runs the command line as a user does: in a shell, in the directory of the examples.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+namespace vlx::cli::test {
+
+struct Outcome {
+    int status; // -1 if the program was ended by a signal
+    std::string out;
+    std::string errors;
+};
+
+// With the locale directory of the build, or another, and a UTF-8 locale, or another. `arguments`
+// goes through the shell.
+struct Surroundings {
+    std::string localeDirectory = VLX_LOCALE;
+    std::string language = "C.UTF-8"; // LC_ALL
+};
+Outcome run(const std::string& arguments, const Surroundings& surroundings = {});
+
+// What the program writes to a terminal. `variables` are settings for it, such as NO_COLOR=1.
+std::string onTerminal(const std::string& arguments, const std::string& variables);
+
+// The document that `walk --json` writes.
+nlohmann::json walked(const std::string& arguments, const Surroundings& surroundings = {});
+
+std::string contentOf(const std::filesystem::path& path);
+
+// A directory of its own for each test, gone at its end.
+class Workshop {
+  public:
+    Workshop();
+    ~Workshop();
+    Workshop(const Workshop&) = delete;
+    Workshop& operator=(const Workshop&) = delete;
+
+    std::string path(const std::string& name) const { return (path_ / name).string(); }
+    // Writes a file and gives its path.
+    std::string file(const std::string& name, std::string_view content) const;
+
+  private:
+    std::filesystem::path path_;
+};
+
+} // namespace vlx::cli::test

@@ -1,0 +1,31 @@
+// The subcommands. Each gives the exit status, or throws a Failure.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "library.hpp"
+#include "terminal.hpp"
+
+namespace vlx::cli {
+
+struct LocalesOptions {
+    std::optional<int> type; // TS_OBJ_...; all if not given
+    bool json = false;
+};
+int listLocales(const Library& library, const LocalesOptions& options, Output& output);
+
+struct WalkOptions {
+    std::string locale;
+    std::string file; // "-" is standard input
+    bool json = false;
+    bool backward = false;
+    std::optional<std::int32_t> limit; // of characters shown
+};
+int walkText(const Library& library, const WalkOptions& options, Output& output);
+
+// The object types by their numbers.
+inline constexpr const char* kTypeNames[] = {"language", "territory", "codepage", "sort"};
+
+} // namespace vlx::cli

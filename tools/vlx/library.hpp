@@ -1,0 +1,38 @@
+// The library as the command line holds it: started once, stopped at the end.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "localedir.hpp"
+#include "tessera.h"
+
+namespace vlx::cli {
+
+class Library {
+  public:
+    // Starts with a locale directory, or an empty name for the usual search. Whatever the user
+    // should know about the directory goes to standard error.
+    explicit Library(const std::string& directory);
+    ~Library();
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+
+    // Nothing if the library runs on its built-in objects.
+    const std::optional<LocaleDirectory>& directory() const { return directory_; }
+
+  private:
+    std::optional<LocaleDirectory> directory_;
+};
+
+struct ReleaseLocale {
+    void operator()(TSLocale* locale) const { TSReleaseLocale(locale); }
+};
+using LocaleHandle = std::unique_ptr<TSLocale, ReleaseLocale>;
+
+// Makes a locale, or fails with the meaning of the library's code.
+LocaleHandle openLocale(const std::string& name);
+
+} // namespace vlx::cli
