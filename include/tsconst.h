@@ -9,6 +9,8 @@
 #ifndef TSCONST_H
 #define TSCONST_H
 
+/* clang-format off: one constant a line */
+
 /* Error codes: what TSGetError and the code pointers give. */
 
 #define TS_ERR_NONE 0 /**< success */
@@ -227,5 +229,7 @@
 #define NLS1_PROCESS 0x80000000u /**< set the process's default locale */
 #define NLS1_OPT_BLANKS_MAY_GO 0x00800000u /**< losing only trailing blanks is no truncation */
 #define NLS1_OPT_PAD_BLANKS 0x00400000u /**< fill unused output with the target's blank */
+
+/* clang-format on */
 
 #endif

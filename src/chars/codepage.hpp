@@ -55,7 +55,7 @@ TSChar32 TSCpMapCharW(const TSObject* object, TSChar32 value, std::uint32_t mapp
 std::int32_t TSCpMapCharEx(const TSObject* object, const char* string, char* output,
                            std::uint32_t mapping);
 
-// TSCpCharsToBytes of a string with a known end: nothing is read at or behind `limit` bytes, and each
-// character that is missing there counts as one byte.
+// TSCpCharsToBytes of a string with a known end: nothing is read at or behind `limit` bytes, and
+// each character that is missing there counts as one byte.
 std::int32_t TSCpCharsToBytesWithin(const TSObject* object, const char* string, std::int32_t state,
                                     std::int32_t count, std::int32_t limit);

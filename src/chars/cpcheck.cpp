@@ -43,8 +43,8 @@ int largestIndex(std::uint8_t mask, unsigned low, unsigned high)
 // packed values, which have four bytes of room.
 int walkLength(const TSCodePageHeader& page, unsigned lead)
 {
-    const int length = page.cpFlags & kStateful ? page.maxCharBytes : page.charLength[lead];
-    return length >= 2 && length <= kMaxCharBytes ? length : kMaxCharBytes;
+    const int plain = page.charLength[lead] >= 2 ? page.charLength[lead] : kMaxCharBytes;
+    return page.cpFlags & kStateful ? std::min<int>(plain, page.maxCharBytes) : plain;
 }
 
 // The nodes of section 2.
@@ -99,6 +99,8 @@ class TrieWalk {
         const Node root = node(0);
         if (root.isLeaf)
             return trie_.leafFits(root) || mend(0);
+        if ((page.cpFlags & kStateful) && page.maxCharBytes == 1)
+            return mend(0);
         for (unsigned lead = Trie::low(root); lead <= Trie::high(root); ++lead)
             if (!visit(root.base + (lead & root.mask), walkLength(page, lead) - 1))
                 return false;
@@ -172,6 +174,17 @@ bool walkTries(const LoadedSections& sections, bool mend)
     return TrieWalk(trie, mend).run(page);
 }
 
+// The rule of UTF-8 reads three bytes from a lead of 0xE0 on, two from others.
+bool utf8LengthsAreSound(const TSCodePageHeader& page)
+{
+    if (page.cpFlags & kStateful)
+        return false;
+    for (int lead = 0xE0; lead < 256; ++lead)
+        if (page.charLength[lead] == 2)
+            return false;
+    return true;
+}
+
 bool lengthsAreSound(const TSCodePageHeader& page)
 {
     if (page.maxCharBytes < 1 || page.maxCharBytes > kMaxCharBytes)
@@ -213,6 +226,8 @@ bool codePageIsSound(std::uint16_t id, const LoadedSections& sections)
     if (!lengthsAreSound(page) || !mapTablesAreSound(page, sections[0].size) ||
         page.typeTrieOffset > sections[0].size)
         return false;
+    if (id == kUtf8CodePage && !utf8LengthsAreSound(page))
+        return false;
     // UTF-8 goes by rule: its pages are never read.
     if (id != kUtf8CodePage &&
         !std::all_of(page.unicodePages, page.unicodePages + 256, [&](const TSUnicodePage& entry) {
@@ -222,7 +237,7 @@ bool codePageIsSound(std::uint16_t id, const LoadedSections& sections)
     return walkTries(sections, false);
 }
 
-bool padCodePage(std::uint16_t, const LoadedSections& sections, LoadedSections& copy)
+bool padCodePage(std::uint16_t id, const LoadedSections& sections, LoadedSections& copy)
 {
     for (int i = 0; i < TSObjHeader::kMaxSections; ++i) {
         copy[i] = {copyPadded(sections[i], kPaddedSize[i]), kPaddedSize[i], true};
@@ -235,6 +250,12 @@ bool padCodePage(std::uint16_t, const LoadedSections& sections, LoadedSections& 
     };
     page.maxCharBytes = clamp(page.maxCharBytes);
     std::transform(page.charLength, page.charLength + 256, page.charLength, clamp);
+    if (id == kUtf8CodePage) {
+        page.cpFlags = static_cast<std::uint16_t>(page.cpFlags & ~kStateful);
+        for (int lead = 0xE0; lead < 256; ++lead)
+            if (page.charLength[lead] == 2)
+                page.charLength[lead] = 3;
+    }
     for (TSUnicodePage& entry : page.unicodePages)
         if (entry.kind >= kPageKinds)
             entry = {kPageByte, 0, 1, 0, std::uint16_t{0}, std::uint16_t{0}}; // maps nothing

@@ -21,8 +21,8 @@ inline std::int32_t truncationSize(const TSLocale& locale, const char* string, s
     return std::min(size, whole);
 }
 
-// The blanks of a locale: a byte, and the full-width one if the options ask for it. Deliberate: also
-// for stateful text it is what plain mapping gives, as long as the length table says.
+// The blanks of a locale: a byte, and the full-width one if the options ask for it. Deliberate:
+// also for stateful text it is what plain mapping gives, as long as the length table says.
 class Blanks {
   public:
     Blanks(TSLocale* locale, std::uint32_t options)

@@ -128,7 +128,7 @@ int32_t SliceConversion::completePartial(TSChar16& value)
     const int32_t missing = std::max(length - handle_.partialCount, 0);
     const bool complete = !isCutOff(missing);
     const int32_t room = TSConversion::kMaxChar - handle_.partialCount;
-    const int32_t copied = std::min(complete ? missing : std::max(inputCount_, 0), room);
+    const int32_t copied = std::min(complete ? missing : inputCount_ & 0xFFFF, room);
     std::memcpy(partial + handle_.partialCount, input_, static_cast<std::size_t>(copied));
     if (!complete) {
         handle_.partialCount = static_cast<std::uint8_t>(handle_.partialCount + copied);

@@ -35,10 +35,10 @@ TSObject* withData(TSObjManager* manager, TSObject* object, std::int32_t noLoad,
 }
 
 // `length` may count a terminator, which then has to stand there.
-bool nameMatches(const TSObject& object, const char* name, std::size_t length)
+bool nameMatches(const TSObject& object, std::uint16_t type, const char* name, std::size_t length)
 {
     const std::size_t own = std::strlen(object.name);
-    return object.type < vlx::kObjectTypes && (own == length || own + 1 == length) &&
+    return object.type == type && (own == length || own + 1 == length) &&
            vlx::host::equalIgnoringCase(object.name, name, length);
 }
 
@@ -108,7 +108,7 @@ TSObject* TSGetObjFromName(TSObjManager* manager, std::uint16_t type, const char
         TS_RETURN(none);
     if (type < vlx::kObjectTypes)
         for (int i = manager->first(type); i < manager->first(type + 1u); ++i)
-            if (nameMatches(manager->objects[i], name, size))
+            if (nameMatches(manager->objects[i], type, name, size))
                 TS_RETURN(withData(manager, &manager->objects[i], noLoad, code));
     *code = TS_ERR_NOT_FOUND;
     TS_RETURN(none);

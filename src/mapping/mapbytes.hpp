@@ -12,8 +12,11 @@ namespace vlx {
 
 // What becomes of a character or a pair: the bytes of one or two characters.
 struct Image {
+    std::uint32_t size() const { return static_cast<std::uint32_t>(length); }
+
     char bytes[8] = {};
     std::int32_t length = 0;
+    std::int32_t second = 0; // of the length, that of the second character
 };
 
 // Text without shift bytes. The length of an image follows from its first byte, as that of every
@@ -61,14 +64,7 @@ struct MultiMap : MultiForm {
 struct ShiftMap : ShiftForm {
     using Text = vlx::Text<ShiftForm>;
 
-    // One shift byte before a character sets the state; another one behind it is a character.
-    bool next(Text& text) const
-    {
-        const TSCodePageHeader& page = tsCodePage(object);
-        if (text.at != text.end && (isShiftIn(page, *text.at) || isShiftOut(page, *text.at)))
-            text.state = isShiftIn(page, *text.at++);
-        return text.at != text.end && length(text) <= text.left();
-    }
+    bool next(Text& text) const { return settle(text) && length(text) <= text.left(); }
 
     std::uint32_t type(const Text& text) const
     {
@@ -114,7 +110,7 @@ class PlainOutput {
     {
         if (image.length > size_ - written_)
             return false;
-        std::memcpy(output_ + written_, image.bytes, static_cast<std::size_t>(image.length));
+        std::memcpy(output_ + written_, image.bytes, image.size());
         written_ += image.length;
         return true;
     }
@@ -126,7 +122,7 @@ class PlainOutput {
     std::int32_t written_ = 0;
 };
 
-// Where a shift byte goes before an image that needs the other state. The state that the output
+// Where a shift byte goes before a character that needs the other state. The state that the output
 // ends in is not handed back.
 class ShiftOutput {
   public:
@@ -137,25 +133,37 @@ class ShiftOutput {
 
     bool put(const Image& image)
     {
-        const bool multi = image.length > 1;
-        Image shifted;
-        if (multi != state_)
-            shifted.bytes[shifted.length++] =
-                static_cast<char>(multi ? page_.shiftIn : page_.shiftOut);
-        if (shifted.length + image.length > size_ - written_)
+        const std::int32_t first = image.length - image.second;
+        Shifted shifted{{}, 0, state_};
+        add(shifted, image.bytes, first);
+        if (image.second > 0)
+            add(shifted, image.bytes + first, image.second);
+        if (shifted.length > size_ - written_)
             return false;
-        write(shifted);
-        write(image);
-        state_ = multi;
+        std::memcpy(output_ + written_, shifted.bytes, static_cast<std::size_t>(shifted.length));
+        written_ += shifted.length;
+        state_ = shifted.state;
         return true;
     }
     std::int32_t written() const { return written_; }
 
   private:
-    void write(const Image& image)
+    // An image with its shift bytes, and the state behind it.
+    struct Shifted {
+        char bytes[10];
+        std::int32_t length;
+        bool state;
+    };
+
+    void add(Shifted& shifted, const char* character, std::int32_t length) const
     {
-        std::memcpy(output_ + written_, image.bytes, static_cast<std::size_t>(image.length));
-        written_ += image.length;
+        const bool multi = length > 1;
+        if (multi != shifted.state)
+            shifted.bytes[shifted.length++] =
+                static_cast<char>(multi ? page_.shiftIn : page_.shiftOut);
+        shifted.state = multi;
+        std::memcpy(shifted.bytes + shifted.length, character, static_cast<std::size_t>(length));
+        shifted.length += length;
     }
 
     const TSCodePageHeader& page_;
@@ -171,7 +179,7 @@ Image sourceImage(const Form& form, const typename Form::Text& text)
 {
     Image image;
     image.length = form.length(text);
-    std::memcpy(image.bytes, text.at, static_cast<std::size_t>(image.length));
+    std::memcpy(image.bytes, text.at, image.size());
     return image;
 }
 
@@ -242,8 +250,10 @@ class PairImages {
     Image laidOut(const TSChar16* results, std::int32_t count) const
     {
         Image image;
-        for (std::int32_t i = 0; i < count; ++i)
-            image.length += TSCpUnicodeToMb(form_.object, results[i], image.bytes + image.length);
+        image.length = TSCpUnicodeToMb(form_.object, results[0], image.bytes);
+        if (count > 1)
+            image.second = TSCpUnicodeToMb(form_.object, results[1], image.bytes + image.length);
+        image.length += image.second;
         return image;
     }
 

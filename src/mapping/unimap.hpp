@@ -10,6 +10,8 @@
 
 namespace vlx {
 
+// Told to be hidden, the tables are addressed directly and not through a table of addresses.
+#pragma GCC visibility push(hidden)
 extern const std::uint8_t uniLowerPages[kUniPages];
 extern const std::uint8_t uniUpperPages[kUniPages];
 extern const std::uint8_t uniFullWidthPages[kUniPages];
@@ -17,6 +19,7 @@ extern const std::uint8_t uniHalfWidthPages[kUniPages];
 extern const std::int16_t uniDifferences[][kUniBlock]; // what is added to a value, of all four maps
 extern const std::uint8_t uniDigitPages[kUniPages];
 extern const std::uint8_t uniDigitBlocks[][kUniBlock];
+#pragma GCC visibility pop
 
 inline TSChar16 uniMapped(const std::uint8_t (&pages)[kUniPages], TSChar16 value)
 {
@@ -53,10 +56,10 @@ enum class PairTable : std::uint8_t { kLower, kUpper };
 } // namespace vlx
 
 // The maps with a locale, null for the default one, whose error they set to 0.
-TSChar16 TSUniToLower(TSLocale* locale, TSChar16 value);
-TSChar16 TSUniToUpper(TSLocale* locale, TSChar16 value);
-TSChar16 TSUniToFullWidth(TSLocale* locale, TSChar16 value);
-TSChar16 TSUniToHalfWidth(TSLocale* locale, TSChar16 value);
+TSChar16 TSUniToLower(TSLocale* handle, TSChar16 value);
+TSChar16 TSUniToUpper(TSLocale* handle, TSChar16 value);
+TSChar16 TSUniToFullWidth(TSLocale* handle, TSChar16 value);
+TSChar16 TSUniToHalfWidth(TSLocale* handle, TSChar16 value);
 
 // The map value of a character longer than one byte; 0 if it has none.
 TSChar32 TSCpMapValue(const TSObject* object, TSChar32 character);

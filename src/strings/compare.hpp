@@ -145,6 +145,8 @@ std::int32_t compareImages(const Unit* first, const Unit* second, std::int32_t c
 
 // A string to be compared, as bytes.
 struct CompareText {
+    std::uint32_t size() const { return static_cast<std::uint32_t>(length); }
+
     const char* string;
     std::int32_t length;
     std::int32_t state = 0;

@@ -8,6 +8,14 @@ namespace vlx {
 
 inline constexpr std::int32_t kLongestCharacter = 4;
 
+// Whether two characters have the same bytes; most of them are short.
+inline bool areAlike(const char* first, const char* second, std::int32_t length)
+{
+    while (length > 0 && first[length - 1] == second[length - 1])
+        --length;
+    return length == 0;
+}
+
 // By half-width forms. Gives the result: of what differs first, or of what is left behind it.
 inline std::int32_t compareWidth(const TSLocale& locale, const CompareText& text1,
                                  const CompareText& text2)
@@ -20,7 +28,7 @@ inline std::int32_t compareWidth(const TSLocale& locale, const CompareText& text
         const std::int32_t length1 = form.length(first);
         const std::int32_t length2 = form.length(second);
         const std::int32_t least = std::min(first.left(), second.left());
-        if (least < kLongestCharacter || byteDifference(first.at, second.at, length1) != 0) {
+        if (least < kLongestCharacter || !areAlike(first.at, second.at, length1)) {
             const Image image1 = widthImage(form, first, narrow);
             const Image image2 = widthImage(form, second, narrow);
             // Deliberate: an image longer than what is left ends the comparison, with 0 if the
@@ -43,6 +51,7 @@ inline std::int32_t compareCase(const TSLocale& locale, const CompareText& text1
 {
     const MultiMap form{{locale.codePage}};
     const Mapping upper(TS_MAP_UPPER | TS_MAP_SIMPLE);
+    const std::uint8_t* const bytes = tsCodePage(locale.codePage).toUpper;
     const std::int32_t common = std::min(text1.length, text2.length);
     MultiMap::Text first{text1.string, text1.string + common};
     MultiMap::Text second{text2.string, text2.string + common};
@@ -50,11 +59,14 @@ inline std::int32_t compareCase(const TSLocale& locale, const CompareText& text1
         const std::int32_t length = form.length(first);
         if (length != form.length(second) || first.left() < length)
             return length - form.length(second);
-        if (byteDifference(first.at, second.at, length) != 0) {
-            const Image image1 = form.cased(first, upper);
-            const Image image2 = form.cased(second, upper);
-            const std::int32_t result =
-                byteDifference(image1.bytes, image2.bytes, kLongestCharacter);
+        if (length == 1) {
+            const std::uint8_t image1 = bytes[static_cast<std::uint8_t>(*first.at)];
+            const std::uint8_t image2 = bytes[static_cast<std::uint8_t>(*second.at)];
+            if (image1 != image2)
+                return image1 - image2;
+        } else if (!areAlike(first.at, second.at, length)) {
+            const std::int32_t result = byteDifference(
+                form.cased(first, upper).bytes, form.cased(second, upper).bytes, kLongestCharacter);
             if (result != 0)
                 return result;
         }

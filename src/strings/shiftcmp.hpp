@@ -60,11 +60,11 @@ class ShiftSide {
         return image.bytes[0] != 0 ? image : source;
     }
 
-    // Its upper-case form, in the state of the other text.
-    Image upper(std::int32_t state) const
+    // Its upper-case form.
+    Image upper() const
     {
         Image image;
-        if (state)
+        if (state_)
             TSCpMapCharEx(object_, at_, image.bytes, kMapsToUpper);
         else
             image.bytes[0] = static_cast<char>(page_.toUpper[static_cast<std::uint8_t>(*at_)]);
@@ -88,8 +88,7 @@ inline std::int32_t adjustLength(const TSCodePageHeader& page, const char* strin
     while (offset < length) {
         if (isShiftIn(page, string[offset]) || isShiftOut(page, string[offset])) {
             state = isShiftIn(page, string[offset]);
-            if (++offset == length)
-                break;
+            ++offset;
         }
         const std::int32_t step = state ? page.maxCharBytes : 1;
         if (step > length - offset)
@@ -150,8 +149,10 @@ inline std::int32_t compareShiftWidth(TraceGuard& tsTrace, ShiftSide first, Shif
             TS_PRINT(TRC1_DETAIL, "Strings are unequal: len1 = %d, len2 = %d", image1.length,
                      image2.length);
             if (alike) {
-                TS_DUMP(TRC1_DETAIL, first.character().bytes, first.length(), "String1");
-                TS_DUMP(TRC1_DETAIL, second.character().bytes, second.length(), "String2");
+                const Image text1 = first.character();
+                const Image text2 = second.character();
+                TS_DUMP(TRC1_DETAIL, text1.bytes, text1.size(), "String1");
+                TS_DUMP(TRC1_DETAIL, text2.bytes, text2.size(), "String2");
             }
             return result;
         }
@@ -164,8 +165,8 @@ inline std::int32_t compareShiftWidth(TraceGuard& tsTrace, ShiftSide first, Shif
     return first.left() - second.left();
 }
 
-// By upper-case forms, without pairs: what differs first, or 0. The state of the first text serves
-// for both, since only equal shift bytes are passed.
+// By upper-case forms, without pairs: what differs first, or 0. Both texts are in one state all the
+// time, since only equal shift bytes are passed.
 inline std::int32_t compareShiftCase(ShiftSide first, ShiftSide second)
 {
     std::int32_t left = std::min(first.left(), second.left());
@@ -187,8 +188,8 @@ inline std::int32_t compareShiftCase(ShiftSide first, ShiftSide second)
         const std::int32_t length = first.length();
         if (left < length) // also nothing is left behind the shift byte
             return 0;
-        const Image image1 = first.upper(first.state());
-        const Image image2 = second.upper(first.state());
+        const Image image1 = first.upper();
+        const Image image2 = second.upper();
         const std::int32_t result = byteDifference(image1.bytes, image2.bytes, 4);
         if (result != 0)
             return result;

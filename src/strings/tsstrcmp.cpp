@@ -53,8 +53,8 @@ int32_t TSStrcmp(TSLocale* handle, const char* string1, int32_t length1, const c
         vlx::stripBlanks(first, second, [&](char* copy, int32_t, int32_t size) {
             return TSTruncateString(locale, copy, size, truncationOptions(asked));
         });
-    TS_DUMP(TRC1_DETAIL, string1, first.length, "String1");
-    TS_DUMP(TRC1_DETAIL, string2, second.length, "String2");
+    TS_DUMP(TRC1_DETAIL, string1, first.size(), "String1");
+    TS_DUMP(TRC1_DETAIL, string2, second.size(), "String2");
     locale->lastError = TS_ERR_NONE;
     if (first.length == 0 || second.length == 0)
         TS_RETURN(first.length - second.length);

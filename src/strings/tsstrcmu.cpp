@@ -55,8 +55,10 @@ int32_t TSStrcmpU(TSLocale* handle, const TSChar16* string1, int32_t length1,
     if (asked.strips)
         stripUnits(string1, length1, string2, length2);
     TS_PRINT(TRC1_DETAIL, "options = %08x", asked.rest);
-    TS_DUMP(TRC1_DETAIL, string1, length1 * int32_t{sizeof *string1}, "String1");
-    TS_DUMP(TRC1_DETAIL, string2, length2 * int32_t{sizeof *string2}, "String2");
+    TS_DUMP(TRC1_DETAIL, string1, static_cast<uint32_t>(length1) * uint32_t{sizeof *string1},
+            "String1");
+    TS_DUMP(TRC1_DETAIL, string2, static_cast<uint32_t>(length2) * uint32_t{sizeof *string2},
+            "String2");
     locale->lastError = TS_ERR_NONE;
     int32_t result = 0;
     if (length1 > 0 && length2 > 0 && asked.ignoresCase() && vlx::hasUpperPairs(*locale)) {

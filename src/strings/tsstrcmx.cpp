@@ -56,8 +56,8 @@ int32_t TSStrcmpEx(TSLocale* handle, const char* string1, int32_t state1, int32_
     second.begin(tsCodePage(locale->codePage));
     TS_PRINT(TRC1_DETAIL, "len1 = %d, str1state = %d, len2 = %d, str2state = %d", text1.length,
              text1.state, text2.length, text2.state);
-    TS_DUMP(TRC1_DETAIL, text1.string, text1.length, "String1");
-    TS_DUMP(TRC1_DETAIL, text2.string, text2.length, "String2");
+    TS_DUMP(TRC1_DETAIL, text1.string, text1.size(), "String1");
+    TS_DUMP(TRC1_DETAIL, text2.string, text2.size(), "String2");
     locale->lastError = TS_ERR_NONE;
     if (text1.length == 0 || text2.length == 0)
         TS_RETURN(text1.length - text2.length);
