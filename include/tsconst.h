@@ -9,7 +9,7 @@
 #ifndef TSCONST_H
 #define TSCONST_H
 
-/* clang-format off: one constant a line */
+/* clang-format off */
 
 /* Error codes: what TSGetError and the code pointers give. */
 
