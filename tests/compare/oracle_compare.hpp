@@ -11,8 +11,8 @@ struct Comparison {
     const Language& language;
     bool memory = true;
 
-    Outcome plain(const Text& first, const Text& second, std::uint32_t options) const;
-    Outcome shifted(const Text& first, const Text& second, std::uint32_t options) const;
+    Outcome plain(const Text& text1, const Text& text2, std::uint32_t options) const;
+    Outcome shifted(const Text& text1, const Text& text2, std::uint32_t options) const;
     Outcome units(const Units& first, std::int32_t length1, const Units& second,
                   std::int32_t length2, std::uint32_t options) const;
     Outcome packed(const Units& first, std::int32_t length1, const Units& second,

@@ -47,11 +47,11 @@ Bytes characterOf(const Locale& locale, const Side& side)
 
 Bytes shiftedNarrow(const Locale& locale, const Side& side)
 {
-    const Bytes character = characterOf(locale, side);
+    Bytes character = characterOf(locale, side);
     if (side.state == 0)
         return character;
     const std::uint32_t value = getWideEx(locale.page, Span(character), 1);
-    const Bytes image = putWide(unmapValue(locale.page, value));
+    Bytes image = putWide(unmapValue(locale.page, value));
     return image[0] == 0 ? character : image;
 }
 

@@ -8,8 +8,6 @@
 namespace vlx::test {
 namespace {
 
-using std::string_literals::operator""s;
-
 constexpr std::uint32_t kGoodMappings[] = {
     0,
     TS_MAP_DIGITS,
@@ -124,11 +122,14 @@ TEST(MapString, ANegativeLengthTakesInTheTerminator)
     HandLocale latin(latinPage());
     HandLocale wide(widePage());
     for (const std::int32_t length : {-1, -2, INT32_MIN}) {
-        EXPECT_EQ(call(latin.handle(), "ab", length, 512, TS_MAP_UPPER), bytes("AB\0"s));
-        EXPECT_EQ(call(wide.handle(), "ab", length, 512, TS_MAP_UPPER), bytes("AB\0"s));
-        EXPECT_EQ(call(wide.handle(), "ab", length, 512, TS_MAP_COPY), bytes("ab\0"s));
+        EXPECT_EQ(call(latin.handle(), "ab", length, 512, TS_MAP_UPPER),
+                  bytes(std::string("AB\0", 3)));
+        EXPECT_EQ(call(wide.handle(), "ab", length, 512, TS_MAP_UPPER),
+                  bytes(std::string("AB\0", 3)));
+        EXPECT_EQ(call(wide.handle(), "ab", length, 512, TS_MAP_COPY),
+                  bytes(std::string("ab\0", 3)));
         EXPECT_EQ(call(wide.handle(), "ab", length, 512, TS_MAP_UPPER | TS_OPT_CHAR_COUNT),
-                  bytes("AB\0"s));
+                  bytes(std::string("AB\0", 3)));
     }
 }
 

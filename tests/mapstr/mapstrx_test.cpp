@@ -8,8 +8,6 @@
 namespace vlx::test {
 namespace {
 
-using std::string_literals::operator""s;
-
 // In text: ( enters the multi-byte state, ) leaves it.
 std::string shifted(std::string text)
 {
@@ -81,40 +79,40 @@ TEST_F(MapStringEx, AMappingThatIsNotInTheListIsRefused)
 
 TEST_F(MapStringEx, CaseFollowsTheStates)
 {
-    expect(plain_.handle(), {"ab(\x42\x81\x42\x81)c"}, TS_MAP_UPPER, "AB(\x42\x60\x42\x60)C");
-    expect(plain_.handle(), {"AB(\x42\x60)C"}, TS_MAP_LOWER, "ab(\x42\x81)c");
-    expect(plain_.handle(), {"\x42\x81)c", 1, 0}, TS_MAP_UPPER, "(\x42\x60)C");
-    expect(plain_.handle(), {"\x42\x81)c", 1, 1}, TS_MAP_UPPER, "\x42\x60)C");
+    expect(plain_.handle(), {"ab(\x42\x81\x42\x81)c"}, TS_MAP_UPPER, "AB(B`B`)C");
+    expect(plain_.handle(), {"AB(B`)C"}, TS_MAP_LOWER, "ab(\x42\x81)c");
+    expect(plain_.handle(), {"\x42\x81)c", 1, 0}, TS_MAP_UPPER, "(B`)C");
+    expect(plain_.handle(), {"\x42\x81)c", 1, 1}, TS_MAP_UPPER, "B`)C");
     expect(plain_.handle(), {"c", 0, 1}, TS_MAP_UPPER, ")C");
 }
 
 TEST_F(MapStringEx, ShiftBytesOfTheSourceAreNotCopied)
 {
-    expect(plain_.handle(), {"()a(\x42\x81)(\x42\x81"}, TS_MAP_UPPER, "A(\x42\x60\x42\x60");
+    expect(plain_.handle(), {"()a(\x42\x81)(\x42\x81"}, TS_MAP_UPPER, "A(B`B`");
 }
 
 TEST_F(MapStringEx, NothingClosesTheText)
 {
-    expect(plain_.handle(), {"a(\x42\x81)"}, TS_MAP_UPPER, "A(\x42\x60");
+    expect(plain_.handle(), {"a(\x42\x81)"}, TS_MAP_UPPER, "A(B`");
     expect(plain_.handle(), {"a("}, TS_MAP_UPPER, "A");
 }
 
 TEST_F(MapStringEx, WidthChangesTheState)
 {
     expect(plain_.handle(), {"A a"}, TS_MAP_FULL_WIDTH, "(\x42\x60\x41\x40\x42\x81");
-    expect(plain_.handle(), {"(\x42\x60)z(\x41\x40)"}, TS_MAP_HALF_WIDTH, "Az ");
-    expect(plain_.handle(), {"z(\x43\x43)A"}, TS_MAP_FULL_WIDTH, "z(\x43\x43\x42\x60");
+    expect(plain_.handle(), {"(B`)z(A@)"}, TS_MAP_HALF_WIDTH, "Az ");
+    expect(plain_.handle(), {"z(CC)A"}, TS_MAP_FULL_WIDTH, "z(CCB`");
 }
 
 TEST_F(MapStringEx, DigitsAskInTheStateOfTheSource)
 {
-    expect(plain_.handle(), {"5(\x42\x50\x42\x60)5"}, TS_MAP_DIGITS, "51(\x42\x60)5");
+    expect(plain_.handle(), {"5(BPB`)5"}, TS_MAP_DIGITS, "51(B`)5");
 }
 
 TEST_F(MapStringEx, TheShiftByteCountsInTheFit)
 {
     const Call call{"a(\x42\x81\x42\x81)b"};
-    const std::string whole = "A(\x42\x60\x42\x60)B";
+    const std::string whole = "A(B`B`)B";
     const std::size_t wanted[] = {0, 1, 1, 1, 4, 4, 6, 6, 8, 8};
     for (std::int32_t size = 0; size < 10; ++size) {
         Call sized = call;
@@ -130,8 +128,8 @@ TEST_F(MapStringEx, TheShiftByteCountsInTheFit)
 
 TEST_F(MapStringEx, ACutCharacterEndsThePass)
 {
-    expect(plain_.handle(), {"a(\x42\x81\x42)"s.substr(0, 5)}, TS_MAP_UPPER, "A(\x42\x60");
-    expect(plain_.handle(), {"\x42", 1}, TS_MAP_UPPER, "");
+    expect(plain_.handle(), {std::string("a(\x42\x81\x42)").substr(0, 5)}, TS_MAP_UPPER, "A(B`");
+    expect(plain_.handle(), {"B", 1}, TS_MAP_UPPER, "");
 }
 
 TEST_F(MapStringEx, ANegativeLengthTakesInTheTerminator)
@@ -153,7 +151,7 @@ TEST_F(MapStringEx, PairsReachThroughAShiftByte)
     HandLocale paired(shiftPage(), {{'d', 'z', 'D', 0}, {'x', 0xFF41, 0xFF21, 'y'}},
                       {{'I', 0, 'j', 0}});
     expect(paired.handle(), {"dzd"}, TS_MAP_UPPER, "DD");
-    expect(paired.handle(), {"x(\x42\x81\x42\x81)x"}, TS_MAP_UPPER, "(\x42\x60)y(\x42\x60)X");
+    expect(paired.handle(), {"x(\x42\x81\x42\x81)x"}, TS_MAP_UPPER, "(B`)y(B`)X");
     expect(paired.handle(), {"AIBC"}, TS_MAP_LOWER, "ajbc");
 }
 
@@ -162,15 +160,15 @@ TEST_F(MapStringEx, EachResultOfAPairGoesInItsState)
     HandLocale paired(shiftPage(), {{'s', 0, 'S', 'Z'}, {'w', 0, 0xFF21, 'W'}});
     expect(paired.handle(), {"as"}, TS_MAP_UPPER, "ASZ");
     expect(paired.handle(), {"s", 0, 1}, TS_MAP_UPPER, ")SZ");
-    expect(paired.handle(), {"aw"}, TS_MAP_UPPER, "A(\x42\x60)W");
+    expect(paired.handle(), {"aw"}, TS_MAP_UPPER, "A(B`)W");
     expect(paired.handle(), {"aw", 0, 0, 5}, TS_MAP_UPPER, "A");
-    expect(paired.handle(), {"aw", 0, 0, 6}, TS_MAP_UPPER, "A(\x42\x60)W");
+    expect(paired.handle(), {"aw", 0, 0, 6}, TS_MAP_UPPER, "A(B`)W");
 }
 
 TEST_F(MapStringEx, ACountedCallCountsCharactersAndTheirShiftBytes)
 {
     const Call call{"ab(\x42\x81\x42\x81)c"};
-    const std::string whole = "AB(\x42\x60\x42\x60)C";
+    const std::string whole = "AB(B`B`)C";
     const std::size_t wanted[] = {0, 1, 2, 5, 7, 9, 9};
     for (std::int32_t size = 0; size < 7; ++size) {
         Call sized = call;
@@ -178,8 +176,8 @@ TEST_F(MapStringEx, ACountedCallCountsCharactersAndTheirShiftBytes)
         sized.length = 5;
         expectCount(sized, TS_MAP_UPPER, whole.substr(0, wanted[size]), std::min(size, 5));
     }
-    expectCount({"ab(\x42\x81\x42\x81)c", 0, 0, 512, 3}, TS_MAP_UPPER, "AB(\x42\x60", 3);
-    expectCount({"\x42\x81\x42\x81)c", 1, 1, 512, 2}, TS_MAP_UPPER, "\x42\x60\x42\x60", 2);
+    expectCount({"ab(\x42\x81\x42\x81)c", 0, 0, 512, 3}, TS_MAP_UPPER, "AB(B`", 3);
+    expectCount({"\x42\x81\x42\x81)c", 1, 1, 512, 2}, TS_MAP_UPPER, "B`B`", 2);
 }
 
 TEST_F(MapStringEx, ANullLocaleIsTheDefaultOne)

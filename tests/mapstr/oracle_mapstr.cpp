@@ -213,7 +213,7 @@ struct Shifted {
 
     Bytes imageAt(const Place& place) const
     {
-        const Bytes source = sourceBytes(text, place.at, step(place));
+        Bytes source = sourceBytes(text, place.at, step(place));
         if (isCase(mapping)) {
             const bool upper = isUpper(mapping);
             if (place.state == 0)

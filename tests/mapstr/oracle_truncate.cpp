@@ -70,10 +70,7 @@ std::ptrdiff_t cutOfMulti(const Locale& locale, const Bytes& string, std::ptrdif
         if (!blank)
             continue;
         const std::ptrdiff_t passed = offset - n;
-        if (n == 1 && text.at(passed) == blank->byte) {
-            if (blankPosition == 0)
-                blankPosition = passed;
-        } else if (isFull(*blank, string, passed, n)) {
+        if ((n == 1 && text.at(passed) == blank->byte) || isFull(*blank, string, passed, n)) {
             if (blankPosition == 0)
                 blankPosition = passed;
         } else if (blankPosition != 0) {

@@ -6,8 +6,8 @@
 namespace vlx::oracle {
 
 // `string` is cut in place.
-Outcome truncate(const Locale& locale, Bytes& string, std::int32_t size, std::uint32_t options);
-Outcome truncateEx(const Locale& locale, Bytes& string, std::int32_t state, std::int32_t size,
+Outcome truncate(const Locale& locale, Bytes& string, std::int32_t wanted, std::uint32_t options);
+Outcome truncateEx(const Locale& locale, Bytes& string, std::int32_t state, std::int32_t wanted,
                    std::uint32_t options);
 
 } // namespace vlx::oracle
