@@ -55,11 +55,21 @@ typedef struct TSLocale TSLocale;
 /** A conversion of text that comes in slices. */
 typedef struct TSConversion TSConversion;
 
+/** Characters over a caller's read or write function. */
+typedef struct TSStream TSStream;
+
 /** Gives `bytes` bytes of memory, or null. */
 typedef void* (*TSAllocate)(TSContext context, uint32_t bytes);
 
 /** Takes memory back; non-zero is success. */
 typedef int32_t (*TSFree)(TSContext context, void* memory);
+
+/**
+ * Reads or writes up to `count` bytes for a stream and returns how many it did. A reader returns -1
+ * at the end of the data, another negative value for a failure; a writer returns a negative value
+ * for a failure. 0 from a writer, or from a reader inside a character, is asked again without end.
+ */
+typedef int32_t (*TSStreamIo)(TSContext context, void* buffer, int32_t count);
 
 /** Receives one object of the locale directory; returns 0 to stop the enumeration. */
 typedef int32_t (*TSEnumLocalesCallback)(TSContext user, int32_t type, const char* name);
@@ -585,6 +595,110 @@ TS_API int32_t TSConvertBuffer(TSConversion* conversion, char** output, int32_t*
 
 /** The bytes of output, its shift byte included, that one character of input can need. */
 TS_API int32_t TSConversionRatio(TSLocale* target, TSLocale* source);
+
+/** @} */
+
+/**
+ * @name Streams
+ *
+ * A stream gives whole characters over a caller's read or write function. It keeps the shift state
+ * of the bytes, gathers the bytes of a character over short reads, holds what a writer could not
+ * take, and takes characters back. It does not convert: all calls of one stream get locales of one
+ * code page. Elements of 16 bits are read and written as two bytes in the order of the machine.
+ *
+ * A call returns 1, or 0 with the error in the locale, where nothing else is said. A call for the
+ * other direction is TS_ERR_STREAM_DIRECTION. A stream holds up to 80 bytes.
+ * @{
+ */
+
+/**
+ * Opens a stream.
+ *
+ * @param io the caller's function; it is not tested.
+ * @param context handed to `io`.
+ * @param mode TS_STREAM_READ or TS_STREAM_WRITE.
+ * @return the stream, which the caller gives to TSCloseStream(), or null with TS_ERR_ARGUMENT or
+ *         TS_ERR_MEMORY.
+ */
+TS_API TSStream* TSOpenStream(TSLocale* locale, TSStreamIo io, TSContext context, uint32_t mode);
+
+/**
+ * Ends a stream. A writer delivers what it holds and, if that worked, leaves the multi-byte state
+ * with a shift byte. The stream is gone whatever the result; TS_ERR_STREAM_FLUSH or TS_ERR_FREE
+ * tells why it is 0.
+ */
+TS_API int32_t TSCloseStream(TSStream* stream, TSLocale* locale);
+
+/**
+ * Delivers what a writer holds. If that fails, the held bytes are dropped: TS_ERR_STREAM_FLUSH. Of a
+ * reader it drops what was pushed back.
+ */
+TS_API int32_t TSFlushStream(TSStream* stream, TSLocale* locale);
+
+/**
+ * The packed value of the next character, or -1. At the end of the data there is no error; else it is
+ * TS_ERR_STREAM_CUT where the data ended inside a character, TS_ERR_STREAM_READ where the read
+ * failed there, or TS_ERR_STREAM_COUNT for a failure in front of a character and for a count that
+ * was not asked for. The bytes of a cut character are held, and the next call goes on behind them.
+ */
+TS_API int32_t TSReadCharW(TSStream* stream, TSLocale* locale);
+
+/**
+ * The next 16-bit value, or 0xFFFF, with the errors of TSReadCharW(); a single byte is
+ * TS_ERR_STREAM_READ and held. Each call takes memory, and may end with TS_ERR_MEMORY.
+ */
+TS_API TSChar16 TSReadCharU(TSStream* stream, TSLocale* locale);
+
+/**
+ * Reads up to a line end, the end of the data, or as much as fits.
+ *
+ * @param size of the output: bytes, or characters with TS_OPT_CHAR_COUNT, each of which may need as
+ *        many bytes as the longest character; elements for `U` and `W`.
+ * @param options the line ends that stop the read, TS_EOL_LF, TS_EOL_CRLF, TS_EOL_3 and TS_EOL_4;
+ *        TS_EOL_STRIP, not to store the one that did; TS_OPT_TERMINATE; TS_OPT_CHAR_COUNT.
+ * @return what was stored, the terminator counted, in the unit of the size; -1 if there was nothing
+ *         but the end of the data; -2 for a failure. Behind a failure in a line, what was stored
+ *         comes without a terminator, and the error is set.
+ */
+TS_API int32_t TSReadString(TSStream* stream, TSLocale* locale, char* output, int32_t size,
+                            uint32_t options);
+
+/**
+ * The same with shift bytes, where `state` is that of the output; they count in a size in bytes.
+ * A terminated output that ends in the multi-byte state is closed by a shift byte, for which the
+ * last character goes back to the stream if there is no room. A size in characters does not count
+ * shift bytes: the output needs room for one before each character and one at the end.
+ */
+TS_API int32_t TSReadStringEx(TSStream* stream, TSLocale* locale, char* output, int32_t state,
+                              int32_t size, uint32_t options);
+TS_API int32_t TSReadStringU(TSStream* stream, TSLocale* locale, TSChar16* output, int32_t size,
+                             uint32_t options);
+
+/** As TSReadString(), but TS_EOL_CRLF stops the read only together with TS_EOL_STRIP. */
+TS_API int32_t TSReadStringW(TSStream* stream, TSLocale* locale, TSChar32* output, int32_t size,
+                             uint32_t options);
+
+/**
+ * Puts a character in front of what is to be read; TS_ERR_BUFFER if the stream holds too much.
+ * TSUngetCharEx() takes one shift byte in front of the character for its state, and keeps apart what
+ * is held in the other state, as TSUngetCharW() does.
+ */
+TS_API int32_t TSUngetChar(TSStream* stream, TSLocale* locale, const char* character);
+TS_API int32_t TSUngetCharEx(TSStream* stream, TSLocale* locale, const char* character,
+                             int32_t state);
+TS_API int32_t TSUngetCharU(TSStream* stream, TSLocale* locale, TSChar16 value);
+TS_API int32_t TSUngetCharW(TSStream* stream, TSLocale* locale, TSChar32 value);
+
+/**
+ * Writes a character. If `io` does not take it, it is held and goes out with a later write or flush:
+ * TS_ERR_STREAM_HELD. If the stream holds too much for that, the character is lost: TS_ERR_BUFFER.
+ * TSWriteCharEx() writes the shift byte that leads to the state of the character.
+ */
+TS_API int32_t TSWriteChar(TSStream* stream, TSLocale* locale, const char* character);
+TS_API int32_t TSWriteCharEx(TSStream* stream, TSLocale* locale, const char* character,
+                             int32_t state);
+TS_API int32_t TSWriteCharU(TSStream* stream, TSLocale* locale, TSChar16 value);
+TS_API int32_t TSWriteCharW(TSStream* stream, TSLocale* locale, TSChar32 value);
 
 /** @} */
 
