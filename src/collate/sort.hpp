@@ -118,6 +118,12 @@ inline bool isTablePage(const TSSortPage& page)
     return (page.pageFlags & kPageFlags) == 0;
 }
 
+// What the order of contractions is told by.
+inline std::uint32_t contractionKey(const TSSortContraction& contraction)
+{
+    return std::uint32_t{contraction.first} << 16 | contraction.second;
+}
+
 // The tables of a content.
 template <class Record>
 const Record* sortTable(const TSSortData& data, std::uint16_t offset)
