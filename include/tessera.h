@@ -819,6 +819,119 @@ TS_API int32_t TSWcscmp(TSLocale* locale, const TSChar32* string1, int32_t lengt
 
 /** @} */
 
+/**
+ * @name Collation
+ *
+ * Strings are compared by the order of the locale's sort. A locale with the binary sort compares
+ * them by their code, as TSStrcmp() and its siblings do, with the options that these know.
+ *
+ * Options:
+ *
+ * | Option | Meaning |
+ * |---|---|
+ * | 0 | by the sort, on four levels |
+ * | TS_OPT_IGNORE_CASE | the order of the keys that this option gives |
+ * | TS_OPT_IGNORE_WIDTH | the same; blanks at the end of byte strings do not count |
+ * | TS_OPT_STRIP_BLANKS | blanks at the end do not count, in the `U` and `Wcs` members |
+ * | TS_OPT_CHAR_COUNT | lengths count characters, in the members for byte strings |
+ *
+ * A result below 0 means that the first string comes first; its size means nothing. A failure gives
+ * 0: with TS_ERR_MEMORY, or with TS_ERR_ARGUMENT for other options. On success the error code stays
+ * as it was, but for TS_OPT_IGNORE_WIDTH and the binary sort, which clear it. Negative lengths are
+ * up to the terminator.
+ * @{
+ */
+
+/** Compares two strings. TS_OPT_STRIP_BLANKS is known with TS_OPT_IGNORE_WIDTH alone. */
+TS_API int32_t TSStrcoll(TSLocale* locale, const char* string1, int32_t length1,
+                         const char* string2, int32_t length2, uint32_t options);
+
+/** TSStrcoll() of stateful strings. TS_OPT_STRIP_BLANKS is not known. */
+TS_API int32_t TSStrcollEx(TSLocale* locale, const char* string1, int32_t state1, int32_t length1,
+                           const char* string2, int32_t state2, int32_t length2, uint32_t options);
+
+/**
+ * TS_OPT_CHAR_COUNT is refused. The blank that TS_OPT_STRIP_BLANKS strips has the bytes 0x00, 0x20
+ * as they are stored.
+ */
+TS_API int32_t TSStrcollU(TSLocale* locale, const TSChar16* string1, int32_t length1,
+                          const TSChar16* string2, int32_t length2, uint32_t options);
+
+/** TS_OPT_CHAR_COUNT has no effect. */
+TS_API int32_t TSWcscoll(TSLocale* locale, const TSChar32* string1, int32_t length1,
+                         const TSChar32* string2, int32_t length2, uint32_t options);
+
+/** @} */
+
+/**
+ * @name Sort keys
+ *
+ * A key is a string of bytes, zeros among them. Keys of one locale and one option, compared byte by
+ * byte as memcmp() does, a shorter one first where it begins the other, rank strings by the
+ * locale's sort: make it once, and sort or index by it. In a locale with the binary sort a key is
+ * the text itself, numbers with the high byte first.
+ *
+ * `size` is that of the buffer in bytes. Options are 0, TS_OPT_IGNORE_CASE or TS_OPT_IGNORE_WIDTH;
+ * a negative length is up to the terminator. TS_OPT_CHAR_COUNT, which has no effect in the `U` and
+ * `Wcs` members, says that the length counts characters.
+ *
+ * @return the length of the key. One above `size` means that the key was not written: call again
+ *         with a buffer of that size, and 3 bytes more if it is not aligned to 4. Folded text of
+ *         the binary sort is written as far as it fits. -1 with TS_ERR_ARGUMENT or TS_ERR_MEMORY is
+ *         a failure; on success the error code stays as it was.
+ * @{
+ */
+
+/** Makes the key of a string. That of an empty string has three zero bytes. */
+TS_API int32_t TSStrxfrm(TSLocale* locale, char* buffer, int32_t size, const char* string,
+                         int32_t length, uint32_t options);
+
+/** TSStrxfrm() of a stateful string. */
+TS_API int32_t TSStrxfrmEx(TSLocale* locale, char* buffer, int32_t size, const char* string,
+                           int32_t state, int32_t length, uint32_t options);
+TS_API int32_t TSStrxfrmU(TSLocale* locale, char* buffer, int32_t size, const TSChar16* string,
+                          int32_t length, uint32_t options);
+TS_API int32_t TSWcsxfrm(TSLocale* locale, char* buffer, int32_t size, const TSChar32* string,
+                         int32_t length, uint32_t options);
+
+/** @} */
+
+/**
+ * @name Search
+ *
+ * Finds the first place in string 1 where string 2 occurs. Options are 0, which compares bytes at
+ * the beginning of characters, and TS_OPT_IGNORE_CASE or TS_OPT_IGNORE_WIDTH, which compare by
+ * collation, and in a single-byte locale by TSStrcmp() with case ignored. Negative lengths are up
+ * to the terminator.
+ *
+ * @return the place; string 1 for an empty string 2; null if there is none, or with TS_ERR_ARGUMENT
+ *         for other options. A comparison that fails reads as a match.
+ * @{
+ */
+
+/**
+ * Where case is ignored in a multi-byte locale, places are tried only if the first character of
+ * string 1 is that of string 2 but for case.
+ *
+ * @param options TS_OPT_CHAR_COUNT, too: lengths count characters, and 0 is the whole string unless
+ *        width is ignored.
+ */
+TS_API char* TSStrstr(TSLocale* locale, const char* string1, int32_t length1, const char* string2,
+                      int32_t length2, uint32_t options);
+
+/** TSStrstr() of stateful strings; `matchState` receives the state where the search ended. */
+TS_API char* TSStrstrEx(TSLocale* locale, const char* string1, int32_t state1, int32_t length1,
+                        const char* string2, int32_t state2, int32_t length2, int32_t* matchState,
+                        uint32_t options);
+TS_API TSChar16* TSStrstrU(TSLocale* locale, const TSChar16* string1, int32_t length1,
+                           const TSChar16* string2, int32_t length2, uint32_t options);
+
+/** With an option string 2 is found at the head of string 1 or not at all. */
+TS_API TSChar32* TSWcsstr(TSLocale* locale, const TSChar32* string1, int32_t length1,
+                          const TSChar32* string2, int32_t length2, uint32_t options);
+
+/** @} */
+
 #ifdef __cplusplus
 }
 #endif
