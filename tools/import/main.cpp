@@ -1,9 +1,14 @@
 // The importers' command. It is run by hand when sources are to be made anew.
+#include <exception>
+#include <iostream>
+
 #include <CLI/CLI.hpp>
 
 #include "import.hpp"
 
-int main(int argc, char** argv)
+namespace {
+
+int run(int argc, char** argv)
 {
     CLI::App app{"Makes the readable sources of locale objects from public data."};
     app.require_subcommand(1);
@@ -26,4 +31,16 @@ int main(int argc, char** argv)
                       : cldr->parsed()    ? vlx::import::importCldr(texts)
                                           : vlx::import::importSorts(orders);
     return good ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& failure) {
+        std::cerr << "vlx-import: " << failure.what() << '\n';
+        return 1;
+    }
 }
