@@ -1070,6 +1070,203 @@ TS_API TSChar32* TSWcsstr(TSLocale* locale, const TSChar32* string1, int32_t len
 
 /** @} */
 
+/**
+ * @name Numbers, money and times as text
+ *
+ * A number or an amount is written with the point, the separator, the group sizes and the digits of
+ * the locale, in the digits of its code page. Options of all these functions:
+ *
+ * | Option | Meaning |
+ * |---|---|
+ * | TS_OPT_OBJECT_VALUE | the values of the locale's objects, not those of the handle |
+ * | TS_OPT_TERMINATE | write a terminator, for which a place of the size is kept |
+ * | TS_OPT_CHAR_COUNT | size and result count characters; `U` and `W` members take no notice |
+ *
+ * Text that does not fit is cut on the right, with TS_ERR_BUFFER. Nothing here allocates memory.
+ * The page docs/oddities.md lists the results that look strange and are meant.
+ * @{
+ */
+
+/**
+ * Writes a whole number.
+ *
+ * @param options also TS_OPT_UNSIGNED: the value is one of unsigned 32 bits.
+ * @return bytes or characters written, the terminator included; 0 with TS_ERR_BUFFER if the size is
+ *         0, -1 with TS_ERR_ARGUMENT if the options are refused.
+ */
+TS_API int32_t TSLongToString(TSLocale* locale, int32_t value, char* destination, int32_t size,
+                              uint32_t options);
+
+/** TSLongToString() into text that is in `state`: a shift byte goes first where one is needed. */
+TS_API int32_t TSLongToStringEx(TSLocale* locale, int32_t value, char* destination, int32_t state,
+                                int32_t size, uint32_t options);
+TS_API int32_t TSLongToStringU(TSLocale* locale, int32_t value, TSChar16* destination, int32_t size,
+                               uint32_t options);
+TS_API int32_t TSLongToStringW(TSLocale* locale, int32_t value, TSChar32* destination, int32_t size,
+                               uint32_t options);
+
+/**
+ * Writes a double with TS_LI_FRAC_DIGITS digits behind the point: those of six rounded digits, cut
+ * and not rounded again. The point is always written. Beyond six digits five are shown and zeros
+ * for all others but one.
+ *
+ * @return as TSLongToString() does; a last character that does not fit is no error.
+ */
+TS_API int32_t TSDoubleToString(TSLocale* locale, double value, char* destination, int32_t size,
+                                uint32_t options);
+
+/**
+ * TSDoubleToString() into text that is in `state`. Where characters are counted the number
+ * overwrites the shift byte.
+ */
+TS_API int32_t TSDoubleToStringEx(TSLocale* locale, double value, char* destination, int32_t state,
+                                  int32_t size, uint32_t options);
+TS_API int32_t TSDoubleToStringU(TSLocale* locale, double value, TSChar16* destination,
+                                 int32_t size, uint32_t options);
+TS_API int32_t TSDoubleToStringW(TSLocale* locale, double value, TSChar32* destination,
+                                 int32_t size, uint32_t options);
+
+/**
+ * Writes an amount of money: the currency symbol, a sign or parentheses by the locale's sign
+ * position, and the amount as TSDoubleToString() shapes it, with the monetary values.
+ *
+ * @param options also TS_OPT_INTERNATIONAL: the international symbol and its number of digits.
+ * @return as TSLongToString() does.
+ */
+TS_API int32_t TSCurrencyToString(TSLocale* locale, double value, char* destination, int32_t size,
+                                  uint32_t options);
+TS_API int32_t TSCurrencyToStringEx(TSLocale* locale, double value, char* destination,
+                                    int32_t state, int32_t size, uint32_t options);
+TS_API int32_t TSCurrencyToStringU(TSLocale* locale, double value, TSChar16* destination,
+                                   int32_t size, uint32_t options);
+TS_API int32_t TSCurrencyToStringW(TSLocale* locale, double value, TSChar32* destination,
+                                   int32_t size, uint32_t options);
+
+/** @} */
+
+/**
+ * @name Numbers from text
+ *
+ * These read the longest number at the start of a text, and tell where it ends. A text without a
+ * number is no error: the result is 0. Options:
+ *
+ * | Option | Meaning |
+ * |---|---|
+ * | TS_OPT_OBJECT_VALUE | the values of the locale's objects, not those of the handle |
+ * | TS_OPT_MAP_DIGITS | every digit of the code page reads as its ASCII digit |
+ * | TS_OPT_MONETARY | the monetary separators, and the sign texts of the locale |
+ * | TS_OPT_CHAR_COUNT | the length counts characters; `U` and `W` members take no notice |
+ *
+ * Blanks before the number are skipped. Separators may stand between digits anywhere.
+ * @{
+ */
+
+/**
+ * Reads a whole number. One that is too large gives the nearest that fits, without an error.
+ *
+ * @param end takes the position of what was not read, if it is not null.
+ * @param base 2 to 36; 0 for 10, or as a leading 0 (8) or 0x (16) tells.
+ * @param options also TS_OPT_UNSIGNED: the result is one of unsigned 32 bits, and no minus sign is
+ *        read.
+ * @return the number; 0 with TS_ERR_BASE or TS_ERR_ARGUMENT if base or options are refused.
+ */
+TS_API int32_t TSStringToLong(TSLocale* locale, const char* string, int32_t length, char** end,
+                              int32_t base, uint32_t options);
+
+/** TSStringToLong() of stateful text, with the state at its start and the one at `end`. */
+TS_API int32_t TSStringToLongEx(TSLocale* locale, const char* string, int32_t state, int32_t length,
+                                char** end, int32_t* endState, int32_t base, uint32_t options);
+TS_API int32_t TSStringToLongU(TSLocale* locale, const TSChar16* string, int32_t length,
+                               TSChar16** end, int32_t base, uint32_t options);
+TS_API int32_t TSStringToLongW(TSLocale* locale, const TSChar32* string, int32_t length,
+                               TSChar32** end, int32_t base, uint32_t options);
+
+/**
+ * Reads a double. An exponent, with D or E, is read behind a point only: 1.e5, not 1e5.
+ *
+ * @param end takes the position of what was not read, if it is not null; refused options leave it
+ *        alone.
+ * @return the number; 0 with TS_ERR_ARGUMENT if the options are refused.
+ */
+TS_API double TSStringToDouble(TSLocale* locale, const char* string, int32_t length, char** end,
+                               uint32_t options);
+TS_API double TSStringToDoubleEx(TSLocale* locale, const char* string, int32_t state,
+                                 int32_t length, char** end, int32_t* endState, uint32_t options);
+TS_API double TSStringToDoubleU(TSLocale* locale, const TSChar16* string, int32_t length,
+                                TSChar16** end, uint32_t options);
+TS_API double TSStringToDoubleW(TSLocale* locale, const TSChar32* string, int32_t length,
+                                TSChar32** end, uint32_t options);
+
+/** @} */
+
+/**
+ * @name Times as text
+ *
+ * A pattern is text with directives, each a percent sign, the letter of a directive, and between
+ * the two a number sign if wanted. The page docs/patterns.md has the language.
+ * @{
+ */
+
+/** A broken-down time. Nothing here computes a date: each directive has its field. */
+typedef struct TSTimeFields {
+    int32_t seconds;
+    int32_t minutes;
+    int32_t hours; /**< 0 to 23 */
+    int32_t dayOfMonth;
+    int32_t month;     /**< 0 to 11 */
+    int32_t year;      /**< less 1900 */
+    int32_t dayOfWeek; /**< 0 is Sunday */
+    int32_t dayOfYear; /**< 0 to 365 */
+} TSTimeFields;
+
+/**
+ * Writes a time by a pattern.
+ *
+ * @param options TS_OPT_OBJECT_VALUE, TS_OPT_TERMINATE, TS_OPT_CHAR_COUNT.
+ * @return bytes or characters written, the terminator included, also behind a failure:
+ * TS_ERR_BUFFER if the text does not fit, or ends with a number just at the size; TS_ERR_NOT_FOUND
+ * for a field outside its range; TS_ERR_DIRECTIVE for an unknown directive. -1 with TS_ERR_ARGUMENT
+ * if the options are refused.
+ */
+TS_API int32_t TSTimeToString(TSLocale* locale, const TSTimeFields* time, char* destination,
+                              int32_t size, const char* pattern, int32_t patternLength,
+                              uint32_t options);
+
+/** TSTimeToString() of stateful text: the states are those at the start of both texts. */
+TS_API int32_t TSTimeToStringEx(TSLocale* locale, const TSTimeFields* time, char* destination,
+                                int32_t state, int32_t size, const char* pattern,
+                                int32_t patternState, int32_t patternLength, uint32_t options);
+TS_API int32_t TSTimeToStringU(TSLocale* locale, const TSTimeFields* time, TSChar16* destination,
+                               int32_t size, const TSChar16* pattern, int32_t patternLength,
+                               uint32_t options);
+TS_API int32_t TSTimeToStringW(TSLocale* locale, const TSTimeFields* time, TSChar32* destination,
+                               int32_t size, const TSChar32* pattern, int32_t patternLength,
+                               uint32_t options);
+
+/**
+ * Reads a time by a pattern: literal characters have to match, directives read their fields, and
+ * all other fields stay as they are. It ends well as soon as text or pattern is used up.
+ *
+ * @param options TS_OPT_OBJECT_VALUE, TS_OPT_CHAR_COUNT.
+ * @return bytes or characters read; -1 with TS_ERR_NOT_FOUND for a text that does not match,
+ *         TS_ERR_DIRECTIVE for an unknown directive, TS_ERR_ARGUMENT for refused options. The
+ *         fields are of no use then.
+ */
+TS_API int32_t TSStringToTime(TSLocale* locale, TSTimeFields* time, const char* string,
+                              int32_t length, const char* pattern, int32_t patternLength,
+                              uint32_t options);
+TS_API int32_t TSStringToTimeEx(TSLocale* locale, TSTimeFields* time, const char* string,
+                                int32_t state, int32_t length, const char* pattern,
+                                int32_t patternState, int32_t patternLength, uint32_t options);
+TS_API int32_t TSStringToTimeU(TSLocale* locale, TSTimeFields* time, const TSChar16* string,
+                               int32_t length, const TSChar16* pattern, int32_t patternLength,
+                               uint32_t options);
+TS_API int32_t TSStringToTimeW(TSLocale* locale, TSTimeFields* time, const TSChar32* string,
+                               int32_t length, const TSChar32* pattern, int32_t patternLength,
+                               uint32_t options);
+
+/** @} */
+
 #ifdef __cplusplus
 }
 #endif
