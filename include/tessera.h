@@ -179,6 +179,144 @@ TS_API int32_t TSEnumLocalesW(TSEnumLocalesCallbackW callback, TSContext user);
 /** @} */
 
 /**
+ * @name Values of a locale
+ *
+ * Every value has an item number, `TS_LI_...`, the same for queries and updates. A handle's own
+ * values begin as those of its territory and may be changed; TS_OPT_OBJECT_VALUE asks for the
+ * territory's.
+ * @{
+ */
+
+/**
+ * Returns the value of a number item, or -1 with TS_ERR_ITEM for any other item.
+ *
+ * @param options 0 or TS_OPT_OBJECT_VALUE; -1 with TS_ERR_ARGUMENT for others.
+ */
+TS_API int32_t TSGetLocaleNumInfo(TSLocale* locale, int32_t item, uint32_t options);
+
+/**
+ * Writes the text of an item and a terminator. A text that does not fit is cut before the first
+ * character that would not, and that is no error.
+ *
+ * @param size in bytes, or in characters with TS_OPT_CHAR_COUNT, with the terminator; then the
+ *        bytes are not bounded. At 0 nothing is written. A one-character item takes a size above 2
+ *        as 2.
+ * @param options TS_OPT_OBJECT_VALUE and TS_OPT_CHAR_COUNT, which means nothing in the `U` and `W`
+ *        members.
+ * @return what was written with the terminator, in the unit of the size, or -1: TS_ERR_ARGUMENT for
+ *         other options, TS_ERR_ITEM for an item that has no text or a default that is not listed,
+ *         TS_ERR_CODEPAGE for an object's name without the code page object of id 367, which it
+ *         needs where the code page is not ASCII-based.
+ */
+TS_API int32_t TSGetLocaleTextInfo(TSLocale* locale, int32_t item, char* buffer, int32_t size,
+                                   uint32_t options);
+
+/**
+ * TSGetLocaleTextInfo() of a stateful code page. The output begins in `state` and ends in the
+ * single-byte state: where it begins in the other one there must be room for 2 bytes, whatever the
+ * size.
+ */
+TS_API int32_t TSGetLocaleTextInfoEx(TSLocale* locale, int32_t item, char* buffer, int32_t state,
+                                     int32_t size, uint32_t options);
+TS_API int32_t TSGetLocaleTextInfoU(TSLocale* locale, int32_t item, TSChar16* buffer, int32_t size,
+                                    uint32_t options);
+TS_API int32_t TSGetLocaleTextInfoW(TSLocale* locale, int32_t item, TSChar32* buffer, int32_t size,
+                                    uint32_t options);
+
+/**
+ * Returns the text of an item in place, which stands as long as the handle and until the next
+ * update. The one-character items have no terminator. The error code is left alone.
+ *
+ * @param locale a handle; null is not allowed.
+ * @param useRecord 0 for the territory's value.
+ * @param kind receives TS_TEXT_UNICODE, TS_TEXT_CODEPAGE or TS_TEXT_ASCII. 16-bit text of an
+ *        object is little-endian and may stand on any address.
+ * @return the text, or null for an item that has none or a default that is not listed.
+ */
+TS_API const void* TSLocaleGetTextItem(TSLocale* locale, int32_t item, int32_t useRecord,
+                                       uint32_t* kind);
+
+/** TSLocaleGetTextItem() with the handle's own values in 16-bit Unicode. */
+TS_API const void* TSLocaleGetTextItemU(TSLocale* locale, int32_t item, int32_t useRecord,
+                                        uint32_t* kind);
+
+/**
+ * Changes a number item of a handle: an object by its id, or a value, which a later change of
+ * territory leaves alone.
+ *
+ * @return 1, or 0: TS_ERR_ITEM for any other item; TS_ERR_NOT_FOUND for a value out of range or an
+ *         object that is not listed; TS_ERR_SEPARATOR if a separator is no single byte in the new
+ *         code page; TS_ERR_MEMORY. Then nothing has changed.
+ */
+TS_API int32_t TSSetLocaleNumInfo(TSLocale* locale, int32_t item, int32_t value);
+
+/**
+ * Changes a text item of a handle: an object by its name, a separator or a text, which a later
+ * change of territory leaves alone. An empty text changes nothing and is a success. Of a text for a
+ * one-character item the first byte counts; it may not be a digit, nor the other separator of its
+ * pair, nor a character of more than one byte.
+ *
+ * @param length in bytes, or in characters with TS_OPT_CHAR_COUNT; in elements in the `U` and `W`
+ *        members.
+ * @param options 0 or TS_OPT_CHAR_COUNT.
+ * @return 1, or 0: TS_ERR_ARGUMENT for other options; TS_ERR_ITEM for an item that has no text to
+ *         change; TS_ERR_NOT_FOUND for a value that is refused or an object that is not listed;
+ *         TS_ERR_SEPARATOR; TS_ERR_MEMORY. Then nothing has changed, but that a text in the code
+ *         page may stand without its 16-bit form.
+ */
+TS_API int32_t TSSetLocaleTextInfo(TSLocale* locale, int32_t item, const char* text, int32_t length,
+                                   uint32_t options);
+
+/** TSSetLocaleTextInfo() with stateful text that begins in `state`. */
+TS_API int32_t TSSetLocaleTextInfoEx(TSLocale* locale, int32_t item, const char* text,
+                                     int32_t state, int32_t length, uint32_t options);
+
+/**
+ * TSSetLocaleTextInfo() with 16-bit text of at most 263 elements. The text is kept as it is given,
+ * beside its form in the code page. Every other item and a longer text are TS_ERR_NOT_FOUND, and so
+ * is a text for a one-character item that has more than one element, whose first byte has then been
+ * taken.
+ */
+TS_API int32_t TSSetLocaleTextInfoU(TSLocale* locale, int32_t item, const TSChar16* text,
+                                    int32_t length, uint32_t options);
+
+/** TSSetLocaleTextInfo() with packed values. */
+TS_API int32_t TSSetLocaleTextInfoW(TSLocale* locale, int32_t item, const TSChar32* text,
+                                    int32_t length, uint32_t options);
+
+/** @} */
+
+/**
+ * @name The host's locales
+ *
+ * A native id is the number by which a Windows host knows a locale; this library has the same
+ * numbers on every host.
+ * @{
+ */
+
+/**
+ * Finds the native id of a locale by its language, territory, code page and sort.
+ *
+ * @param native receives the id; 0 where TS_LOCALE_FALLBACK finds no language either.
+ * @param options 1, which has no effect, and TS_LOCALE_FALLBACK: what matches from the left is
+ *        enough.
+ * @return 1, or 0 with TS_ERR_NO_NATIVE, or with TS_ERR_ARGUMENT for other options.
+ */
+TS_API int32_t TSConvertLocale(TSLocale* locale, uint32_t* native, uint32_t options);
+
+/**
+ * Makes the locale of a native id, with the values that the host has for it.
+ *
+ * @param nativeId the id, all of its 32 bits.
+ * @param options 1: without the user's own settings; TS_LOCALE_FALLBACK as in TSGetLocale().
+ * @param code as in TSGetLocale().
+ * @return the handle, or null.
+ */
+TS_API TSLocale* TSConvertNativeLocale(const uint32_t* nativeId, uint32_t options, int32_t* code);
+
+/** @} */
+
+/**
  * @name Stepping through text
  *
  * In the `Ex` members of a stateful code page a shift byte sets the state and is no character; in
