@@ -55,6 +55,9 @@ typedef struct TSLocale TSLocale;
 /** A conversion of text that comes in slices. */
 typedef struct TSConversion TSConversion;
 
+/** An open message catalog. */
+typedef struct TSCatalog TSCatalog;
+
 /** Characters over a caller's read or write function. */
 typedef struct TSStream TSStream;
 
@@ -1264,6 +1267,82 @@ TS_API int32_t TSStringToTimeU(TSLocale* locale, TSTimeFields* time, const TSCha
 TS_API int32_t TSStringToTimeW(TSLocale* locale, TSTimeFields* time, const TSChar32* string,
                                int32_t length, const TSChar32* pattern, int32_t patternLength,
                                uint32_t options);
+
+/** @} */
+
+/**
+ * @name Message catalogs
+ *
+ * A catalog is a file of numbered sets of numbered messages, written in one locale. It is searched
+ * by templates, paths that are parted by `;`:
+ *
+ * | In a template | Stands for |
+ * |---|---|
+ * | `%N` | the name of the catalog |
+ * | `%l` | the code of the language, such as `DE` |
+ * | `%t` | the code of the territory, such as `DEU` |
+ * | `%L` | both, with `_` between them |
+ * | `%%` | a percent sign |
+ *
+ * Codes are written in the code page of the locale; `;`, `%`, `_` and the letters are ASCII. Empty
+ * paths and paths of more than 255 bytes are passed over.
+ *
+ * A slim catalog reads its file for each message and belongs to one thread at a time; several
+ * threads may read from a preloaded one as long as all messages are found. A catalog borrows the
+ * locale that it was opened with.
+ * @{
+ */
+
+/**
+ * Finds a catalog and opens it. The templates of `templates` come first, then those of the
+ * environment variable `TS_NLSPATH`, of which 511 bytes count, then `name` itself. If no file is
+ * found the search is done once more with the codes of the default language.
+ *
+ * In the slim form the file is not looked at before the first message.
+ *
+ * @param templates may be null or empty.
+ * @param flags 0: slim, two searches; TS_CATALOG_SEARCH_ONCE: slim, one search;
+ *        TS_CATALOG_PRELOAD: preloaded, one search.
+ * @return the catalog, which the caller gives to TSCloseCatalog(), or null with TS_ERR_ARGUMENT,
+ *         TS_ERR_MEMORY, TS_ERR_NO_CATALOG or the code of a file that could not be mapped.
+ */
+TS_API TSCatalog* TSOpenCatalog(TSLocale* locale, const char* templates, const char* name,
+                                uint32_t flags);
+TS_API TSCatalog* TSOpenCatalogU(TSLocale* locale, const TSChar16* templates, const TSChar16* name,
+                                 uint32_t flags);
+TS_API TSCatalog* TSOpenCatalogW(TSLocale* locale, const TSChar32* templates, const TSChar32* name,
+                                 uint32_t flags);
+
+/**
+ * Closes a catalog. The locale that its texts are in stays until the process ends.
+ *
+ * @return 0, or TS_ERR_NULL_CATALOG.
+ */
+TS_API int32_t TSCloseCatalog(TSCatalog* catalog);
+
+/**
+ * Writes a message in the code page of the catalog's locale. One that is too long is cut at a whole
+ * character, and that is no error; a message has its terminator always.
+ *
+ * @param set, message numbers from 1.
+ * @param size in bytes, terminator included; below 1 the output is one byte all the same.
+ * @param defaultText what to write where the message is missing, or null. It is copied without its
+ *        terminator where it does not fit.
+ * @return 0; TS_ERR_NO_MESSAGE, with the same code in the locale, without a message and a default
+ *         text.
+ */
+TS_API int32_t TSGetMessage(TSCatalog* catalog, int32_t set, int32_t message, char* output,
+                            int32_t size, const char* defaultText);
+
+/**
+ * TSGetMessage() in the other forms. The last element of the output is 0 in any case, so that a
+ * default text has its terminator, too. A null output gives TS_ERR_NO_MESSAGE, with TS_ERR_ARGUMENT
+ * in the locale; without memory it is TS_ERR_MEMORY there.
+ */
+TS_API int32_t TSGetMessageU(TSCatalog* catalog, int32_t set, int32_t message, TSChar16* output,
+                             int32_t size, const TSChar16* defaultText);
+TS_API int32_t TSGetMessageW(TSCatalog* catalog, int32_t set, int32_t message, TSChar32* output,
+                             int32_t size, const TSChar32* defaultText);
 
 /** @} */
 
