@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "library.hpp"
 #include "terminal.hpp"
@@ -24,6 +25,14 @@ struct WalkOptions {
     std::optional<std::int32_t> limit; // of characters shown
 };
 int walkText(const Library& library, const WalkOptions& options, Output& output);
+
+struct ConvOptions {
+    std::string from; // code pages by name, further name or id
+    std::string to;
+    std::vector<std::string> files = {"-"}; // "-" is standard input
+    std::string output = "-";               // "-" is standard output
+};
+int convertTexts(const Library& library, const ConvOptions& options);
 
 // The object types by their numbers.
 inline constexpr const char* kTypeNames[] = {"language", "territory", "codepage", "sort"};

@@ -19,13 +19,16 @@ constexpr const char* kFooter = R"(Examples:
   vlx walk --locale Japanese_Japan.MS932 letter.txt
   vlx walk --locale Japanese.IBM930 --limit 20 --backward tape.bin
   iconv -t CP1252 note.txt | vlx walk --locale German -
+  vlx conv -f IBM930 -t UTF-8 tape.bin -o tape.txt
+  tail -f log.txt | vlx conv -f UTF-8 -t 932
 
-Exit status: 0 good; 1 the text has characters that are unmapped or cut off; 2 failure.)";
+Exit status: 0 good; 1 the text has characters that are unmapped, substituted or cut off; 2 failure.)";
 
 struct Options {
     std::string directory;
     LocalesOptions locales;
     WalkOptions walk;
+    ConvOptions conv;
 };
 
 CLI::App* addLocales(CLI::App& app, Options& options)
@@ -69,11 +72,34 @@ CLI::App* addWalk(CLI::App& app, Options& options)
     return command;
 }
 
+CLI::App* addConv(CLI::App& app, Options& options)
+{
+    CLI::App* const command =
+        app.add_subcommand("conv", "Convert texts from one code page to another");
+    command
+        ->add_option("-f,--from", options.conv.from,
+                     "Code page of the texts: its name, another name of it, or its id")
+        ->required()
+        ->type_name("PAGE");
+    command->add_option("-t,--to", options.conv.to, "Code page to convert to, named likewise")
+        ->required()
+        ->type_name("PAGE");
+    command
+        ->add_option("FILE", options.conv.files,
+                     "The texts, each for itself; - or none is standard input")
+        ->type_name("");
+    command
+        ->add_option("-o,--output", options.conv.output,
+                     "File to write, replaced once all is converted; else standard output")
+        ->type_name("FILE");
+    return command;
+}
+
 std::string parseFailure(const CLI::App* app, const CLI::Error& error)
 {
     std::string message = error.what();
     if (app->get_subcommands().empty() && app->remaining_size() > 0)
-        message = fmt::format("there is no command \"{}\"; the commands are locales and walk",
+        message = fmt::format("there is no command \"{}\"; the commands are locales, walk and conv",
                               app->remaining().front());
     return fmt::format("vlx: {}\nvlx: `vlx --help` tells more, as does `vlx walk --help`.\n",
                        message);
@@ -82,7 +108,9 @@ std::string parseFailure(const CLI::App* app, const CLI::Error& error)
 int run(int argc, char** argv)
 {
     Options options;
-    CLI::App app{"vlx looks at locale data, and at text in any code page, through libvlx.", "vlx"};
+    CLI::App app{
+        "vlx looks at locale data, and at text in any code page, and converts it, through libvlx.",
+        "vlx"};
     app.require_subcommand(1);
     app.set_version_flag("--version", "vlx " VLX_VERSION, "Print the version and leave");
     app.set_help_flag("-h,--help", "Print this help and leave");
@@ -94,12 +122,15 @@ int run(int argc, char** argv)
     app.failure_message(parseFailure);
     const CLI::App* const locales = addLocales(app, options);
     addWalk(app, options);
+    const CLI::App* const conv = addConv(app, options);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? kExitGood : kExitFailed;
     }
 
+    if (conv->parsed())
+        return convertTexts(Library(options.directory, Library::BuiltIn::kRefused), options.conv);
     const Library library(options.directory);
     Output output(standardOutput());
     return locales->parsed() ? listLocales(library, options.locales, output)
