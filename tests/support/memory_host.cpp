@@ -47,6 +47,7 @@ struct State {
     std::set<std::string, std::less<>> denied;
     std::map<std::string, std::string, std::less<>> environment;
     std::uint32_t userLocaleId = 0;
+    std::uint32_t threadLocaleId = 0;
     std::uint32_t calls = 0;
     std::uint32_t failing = 0;
     std::intptr_t lastId = 0;
@@ -102,6 +103,7 @@ void MemoryHost::reset()
     host.denied.clear();
     host.environment.clear();
     host.userLocaleId = 0;
+    host.threadLocaleId = 0;
     host.calls = 0;
     host.failing = 0;
 }
@@ -182,6 +184,11 @@ void MemoryHost::clearEnvironment()
 void MemoryHost::setUserLocaleId(std::uint32_t id)
 {
     Locked().host.userLocaleId = id;
+}
+
+std::uint32_t MemoryHost::threadLocaleId()
+{
+    return Locked().host.threadLocaleId;
 }
 
 } // namespace vlx::test
@@ -390,6 +397,15 @@ std::int32_t environment(const char* name, char* buffer, std::uint32_t size)
 std::uint32_t userLocaleId()
 {
     return Locked().host.userLocaleId;
+}
+
+bool setThreadLocale(std::uint32_t id)
+{
+    Locked locked;
+    if (locked.fails())
+        return false;
+    locked.host.threadLocaleId = id;
+    return true;
 }
 
 bool equalIgnoringCase(const char* left, const char* right, std::size_t length)

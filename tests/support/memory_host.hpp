@@ -46,6 +46,9 @@ struct MemoryHost {
     static void setEnvironment(std::string_view name, std::string_view value);
     static void clearEnvironment();
     static void setUserLocaleId(std::uint32_t id);
+
+    // What setThreadLocale was last told, by any thread; 0 at first. It can fail, too.
+    static std::uint32_t threadLocaleId();
 };
 
 } // namespace vlx::test
