@@ -146,12 +146,13 @@ StoredText shiftText(const TSLocale& locale, const UpdateText& text)
     bool endsOnShift = false;
     while (at < text.length) {
         const char byte = text.text[at];
-        endsOnShift = isShiftIn(page, byte) || isShiftOut(page, byte);
-        if (endsOnShift)
-            state = isShiftIn(page, byte);
-        const std::int32_t step = state && !endsOnShift ? page.maxCharBytes : 1;
+        const bool isShift = isShiftIn(page, byte) || isShiftOut(page, byte);
+        const std::int32_t step = state && !isShift ? page.maxCharBytes : 1;
         if (step > text.length - at)
             break;
+        if (isShift)
+            state = isShiftIn(page, byte);
+        endsOnShift = isShift;
         at += step;
     }
     StoredText stored{text.text, at, text.state > 0};
