@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "support/oracle_strings.hpp"
+
 namespace vlx::oracle {
 
 namespace {
@@ -243,17 +245,9 @@ struct Call {
             if (count > size)
                 --count;
             // Characters that were never written count as one byte each.
-            Bytes text(output.begin(), output.begin() + written);
-            std::int32_t known = size;
-            while (known > 0) {
-                try {
-                    bytes = target ? charsToBytes(*target, Span(text), 0, known) + size - known
-                                   : 2 * size;
-                    break;
-                } catch (const StrayRead&) {
-                    --known;
-                }
-            }
+            bytes = target ? static_cast<std::int32_t>(
+                                 charsToBytesWithin(*target, Span(output), 0, size, written))
+                           : 2 * size;
         }
         const std::int32_t end = target ? 1 : 2;
         if (terminate || (automatic && consumed == length && written + end <= bytes)) {

@@ -23,7 +23,7 @@ TEST_F(FacadeStart, TheUsersLocaleIsTheDefaultAndThatOfTheThread)
 TEST_F(FacadeStart, WithoutItsVariableTheLibrarySearchesAsEver)
 {
     facadeDirectory().put("/other");
-    MemoryHost::setEnvironment("TS_LOCALEDIR", "/other");
+    setConfig("TS_LOCALEDIR", "/other");
     MemoryHost::setEnvironment("TS_LANG", "Japanese");
     Trace::setMask(TRC1_START);
     start();

@@ -12,7 +12,9 @@ TEST_F(TranslateKinds, UnicodeToUnicodeIsACopyWithoutABound)
     EXPECT_EQ(written(), raw(u"abcdef"));
     EXPECT_EQ(consumed_, 12u);
     EXPECT_EQ(error_, 0u);
+    length_ = 3; // characters
     EXPECT_EQ(run(kRaw, 4, kRaw, raw(u"abc"), TS_OPT_CHAR_COUNT | TS_OPT_TERMINATE), 4);
+    EXPECT_EQ(written(), raw(u"abc") + std::string(2, '\0'));
 }
 
 TEST_F(TranslateKinds, UnicodeToSingleBytesComparesBytesWithBytes)
@@ -139,6 +141,7 @@ TEST_F(TranslateKinds, ALastCharacterWithoutRoomForItsShiftByteIsTakenBack)
     EXPECT_EQ(written().substr(0, 2), "\x0E\x0F");
     EXPECT_EQ(run(kShift, 6, kRaw, raw(u"\u5186\u5186")), 6);
     EXPECT_EQ(written(), "\x0E\x42\x43\x42\x43\x0F");
+    length_ = 2; // characters: the bytes written are compared with the size in characters
     EXPECT_EQ(run(kShift, 3, kRaw, raw(u"\u5186\u5186"), TS_OPT_CHAR_COUNT), 1);
 }
 

@@ -176,11 +176,12 @@ TEST_F(Translate, PaddingOfUnicodeCanTakeTwiceTheSize)
 
 TEST_F(Translate, CharactersAreCounted)
 {
+    length_ = 3; // characters
     EXPECT_EQ(run(kDouble, 2, kRaw, raw(u"a\u5186z"), TS_OPT_CHAR_COUNT), 2);
     EXPECT_EQ(written(), "a\x8A\x42");
     EXPECT_EQ(consumed_, 2u);
     EXPECT_EQ(error_, 40u);
-    length_ = 2; // characters
+    length_ = 2;
     EXPECT_EQ(run(kRaw, 9, kDouble, "a\x8A\x42z", TS_OPT_CHAR_COUNT), 2);
     EXPECT_EQ(written(), raw(u"a\u5186"));
     EXPECT_EQ(error_, 0u);
