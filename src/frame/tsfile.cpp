@@ -111,9 +111,10 @@ std::int32_t TSCloseFile(TSFile* file, std::int32_t discard)
             host::remove(temp);
         } else {
             TS_PRINT(TRC1_INPUTS, "Renaming %s to %s", temp, target);
-            result = host::replace(temp, target) ? TS_ERR_NONE : TS_ERR_FAILED;
+            const std::uint32_t error = host::replace(temp, target);
+            result = error == 0 ? TS_ERR_NONE : TS_ERR_FAILED;
             // Deliberate: this line comes after a good rename too.
-            TS_PRINT(TRC1_ERRORS, "Close failed, rc = %d", result);
+            TS_PRINT(TRC1_ERRORS, "Close failed, rc = %d", static_cast<std::int32_t>(error));
         }
     }
     vlx::release(file);

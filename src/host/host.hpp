@@ -50,8 +50,9 @@ bool seek(File file, std::int32_t offset, Origin origin);
 // Removes a file.
 bool remove(const char* path);
 
-// Replaces `target` by `source` in one step: others see the old file or the new one.
-bool replace(const char* source, const char* target);
+// Replaces `target` by `source` in one step: others see the old file or the new one. Gives 0, or the
+// host's own number for the error.
+std::uint32_t replace(const char* source, const char* target);
 
 // Splits a path before the dot of its extension: `stemLength` counts what stands before it. A path
 // without an extension has an empty one.

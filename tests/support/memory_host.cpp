@@ -303,16 +303,18 @@ bool remove(const char* path)
     return true;
 }
 
-bool replace(const char* source, const char* target)
+std::uint32_t replace(const char* source, const char* target)
 {
     Locked locked;
+    if (locked.fails() || locked.host.denied.contains(target))
+        return test::MemoryHost::kReplaceError;
     const auto found = locked.host.files.find(std::string_view(source));
-    if (locked.fails() || found == locked.host.files.end() || locked.host.denied.contains(target))
-        return false;
+    if (found == locked.host.files.end())
+        return 2; // what both platforms call a missing file
     const Content content = found->second;
     locked.host.files.erase(found);
     locked.host.files.insert_or_assign(target, content);
-    return true;
+    return 0;
 }
 
 std::size_t stemLength(const char* path)

@@ -31,6 +31,9 @@ struct MemoryHost {
     // closeMapping, mapView, unmapView, allocate, free) fails once; 0 takes the order back.
     static void failCall(std::uint32_t n);
 
+    // The error number of a replacement that failed.
+    static constexpr std::uint32_t kReplaceError = 4711;
+
     // The number of such calls since the reset.
     static std::uint32_t calls();
 

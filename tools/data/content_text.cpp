@@ -25,7 +25,7 @@ std::int32_t codePointAt(std::string_view text, std::size_t& at)
                                                               : 0;
     if (length == 0 || length > text.size() - at)
         return -1;
-    std::int32_t value = static_cast<std::int32_t>(length == 1 ? lead : lead & (0x7FU >> length));
+    auto value = static_cast<std::int32_t>(length == 1 ? lead : lead & (0x7FU >> length));
     for (std::size_t i = 1; i < length; ++i) {
         if ((byte(at + i) & 0xC0) != 0x80)
             return -1;

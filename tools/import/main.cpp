@@ -1,9 +1,14 @@
 // The importers' command. It is run by hand when sources are to be made anew.
+#include <exception>
+#include <iostream>
+
 #include <CLI/CLI.hpp>
 
 #include "import.hpp"
 
-int main(int argc, char** argv)
+namespace {
+
+int run(int argc, char** argv)
 {
     CLI::App app{"Makes the readable sources of locale objects from public data."};
     app.require_subcommand(1);
@@ -21,4 +26,16 @@ int main(int argc, char** argv)
     const bool good =
         codePages->parsed() ? vlx::import::importCodePages(pages) : vlx::import::importCldr(texts);
     return good ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& failure) {
+        std::cerr << "vlx-import: " << failure.what() << '\n';
+        return 1;
+    }
 }

@@ -122,9 +122,9 @@ bool remove(const char* path)
     return unlink(path) == 0;
 }
 
-bool replace(const char* source, const char* target)
+std::uint32_t replace(const char* source, const char* target)
 {
-    return std::rename(source, target) == 0;
+    return std::rename(source, target) == 0 ? 0 : static_cast<std::uint32_t>(errno);
 }
 
 std::size_t stemLength(const char* path)

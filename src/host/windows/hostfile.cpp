@@ -94,9 +94,9 @@ bool remove(const char* path)
     return DeleteFileA(path) != 0;
 }
 
-bool replace(const char* source, const char* target)
+std::uint32_t replace(const char* source, const char* target)
 {
-    return MoveFileExA(source, target, MOVEFILE_REPLACE_EXISTING) != 0;
+    return MoveFileExA(source, target, MOVEFILE_REPLACE_EXISTING) != 0 ? 0 : GetLastError();
 }
 
 std::size_t stemLength(const char* path)
