@@ -47,6 +47,9 @@ bool read(File file, void* buffer, std::uint32_t count, std::uint32_t& done);
 // Moves the file's position.
 bool seek(File file, std::int32_t offset, Origin origin);
 
+// The size of a file in bytes.
+bool size(File file, std::uint64_t& bytes);
+
 // Removes a file.
 bool remove(const char* path);
 

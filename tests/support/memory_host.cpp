@@ -293,6 +293,16 @@ bool seek(File id, std::int32_t offset, Origin origin)
     return true;
 }
 
+bool size(File id, std::uint64_t& bytes)
+{
+    Locked locked;
+    const test::OpenFile* const file = locked.file(id);
+    if (locked.fails() || !file)
+        return false;
+    bytes = file->content->size();
+    return true;
+}
+
 bool remove(const char* path)
 {
     Locked locked;

@@ -27,7 +27,7 @@ struct MemoryHost {
     // Every open of the path, and its removal and replacement, is denied from now on.
     static void deny(std::string_view path);
 
-    // The nth call from now that can fail (open, close, read, seek, remove, replace, createMapping,
+    // The nth call from now that can fail (open, close, read, seek, size, remove, replace, createMapping,
     // closeMapping, mapView, unmapView, allocate, free) fails once; 0 takes the order back.
     static void failCall(std::uint32_t n);
 
