@@ -16,6 +16,8 @@ namespace {
 constexpr const char* kFooter = R"(Examples:
   vlx locales
   vlx locales --type codepage --json
+  vlx show German_Germany
+  vlx show --user --json
   vlx walk --locale Japanese_Japan.MS932 letter.txt
   vlx walk --locale Japanese.IBM930 --limit 20 --backward tape.bin
   iconv -t CP1252 note.txt | vlx walk --locale German -
@@ -25,6 +27,7 @@ Exit status: 0 good; 1 the text has characters that are unmapped or cut off; 2 f
 struct Options {
     std::string directory;
     LocalesOptions locales;
+    ShowOptions show;
     WalkOptions walk;
 };
 
@@ -44,6 +47,25 @@ CLI::App* addLocales(CLI::App& app, Options& options)
             "Only objects of this type")
         ->check(
             CLI::IsMember(std::vector<std::string>(std::begin(kTypeNames), std::end(kTypeNames))));
+    return command;
+}
+
+CLI::App* addShow(CLI::App& app, Options& options)
+{
+    CLI::App* const command = app.add_subcommand("show", "Show every value of a locale");
+    auto* const name = command->add_option("LOCALE", options.show.locale,
+                                           "Language[_Territory][.Codepage][@Sort]");
+    name->type_name("");
+    auto* const user = command->add_flag("--user", options.show.user,
+                                         "The user's locale, by TS_LANG or the host's settings");
+    name->excludes(user);
+    command->add_flag("--object", options.show.object,
+                      "The territory's values, without what the host's settings change");
+    command->add_flag("--json", options.show.json, "Write a JSON document");
+    command->callback([&options, name, user] {
+        if (name->count() + user->count() == 0)
+            throw CLI::RequiredError("show: LOCALE or --user");
+    });
     return command;
 }
 
@@ -73,7 +95,7 @@ std::string parseFailure(const CLI::App* app, const CLI::Error& error)
 {
     std::string message = error.what();
     if (app->get_subcommands().empty() && app->remaining_size() > 0)
-        message = fmt::format("there is no command \"{}\"; the commands are locales and walk",
+        message = fmt::format("there is no command \"{}\"; the commands are locales, show and walk",
                               app->remaining().front());
     return fmt::format("vlx: {}\nvlx: `vlx --help` tells more, as does `vlx walk --help`.\n",
                        message);
@@ -93,6 +115,7 @@ int run(int argc, char** argv)
     app.footer(kFooter);
     app.failure_message(parseFailure);
     const CLI::App* const locales = addLocales(app, options);
+    const CLI::App* const show = addShow(app, options);
     addWalk(app, options);
     try {
         app.parse(argc, argv);
@@ -102,6 +125,8 @@ int run(int argc, char** argv)
 
     const Library library(options.directory);
     Output output(standardOutput());
+    if (show->parsed())
+        return showLocale(options.show, output);
     return locales->parsed() ? listLocales(library, options.locales, output)
                              : walkText(library, options.walk, output);
 }
