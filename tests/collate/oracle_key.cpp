@@ -110,10 +110,10 @@ std::uint16_t tableUnicode(const Locale& locale, Span text)
     return mbToUnicode(locale.page, text);
 }
 
-ReadCharacter plainReader(const Locale& locale, Span text, std::int32_t length)
+ReadCharacter plainReader(const Locale& locale, Span text, std::int32_t length, Fold fold)
 {
     auto at = std::make_shared<std::int32_t>(0);
-    return [&locale, text, length, at](Character& c) {
+    return [&locale, text, length, fold, at](Character& c) {
         if (*at >= length)
             return false;
         const Span here = text.from(*at);
@@ -130,19 +130,23 @@ ReadCharacter plainReader(const Locale& locale, Span text, std::int32_t length)
         Bytes upper = n == 1 ? Bytes{static_cast<unsigned char>(toUpper(locale.page, here.at(0)))}
                              : mapChar(locale.page, here, 4);
         c.upper = tableUnicode(locale, padded(upper));
-        Bytes narrow = putWide(unmapValue(locale.page, getWide(locale.page, here)));
-        c.narrow = narrow[0] != 0 ? tableUnicode(locale, padded(narrow)) : c.raw;
+        c.narrow = c.raw;
+        if (fold == Fold::kWidth) { // which is slow
+            Bytes narrow = putWide(unmapValue(locale.page, getWide(locale.page, here)));
+            if (narrow[0] != 0)
+                c.narrow = tableUnicode(locale, padded(narrow));
+        }
         *at += n;
         return true;
     };
 }
 
 ReadCharacter shiftedReader(const Locale& locale, Span text, std::int32_t length,
-                            std::int32_t first)
+                            std::int32_t first, Fold fold)
 {
     auto at = std::make_shared<std::int32_t>(0);
     auto state = std::make_shared<std::int32_t>(first);
-    return [&locale, text, length, at, state](Character& c) {
+    return [&locale, text, length, fold, at, state](Character& c) {
         if (*at >= length)
             return false;
         if (isShift(locale, text.at(*at))) {
@@ -162,8 +166,13 @@ ReadCharacter shiftedReader(const Locale& locale, Span text, std::int32_t length
         c.upper = unicodeOf(
             *state == 0 ? Bytes{static_cast<unsigned char>(toUpper(locale.page, here.at(0)))}
                         : mapCharEx(locale.page, here, 4));
-        const Bytes narrow = putWide(unmapValue(locale.page, getWideEx(locale.page, here, *state)));
-        c.narrow = narrow[0] != 0 ? unicodeOf(narrow) : c.raw;
+        c.narrow = c.raw;
+        if (fold == Fold::kWidth) {
+            const Bytes narrow =
+                putWide(unmapValue(locale.page, getWideEx(locale.page, here, *state)));
+            if (narrow[0] != 0)
+                c.narrow = unicodeOf(narrow);
+        }
         *at += n;
         return true;
     };
@@ -182,10 +191,10 @@ ReadCharacter unitReader(const Units& text, std::int32_t length)
     };
 }
 
-ReadCharacter packedReader(const Locale& locale, const Units& text, std::int32_t length)
+ReadCharacter packedReader(const Locale& locale, const Units& text, std::int32_t length, Fold fold)
 {
     auto at = std::make_shared<std::int32_t>(0);
-    return [&locale, &text, length, at](Character& c) {
+    return [&locale, &text, length, fold, at](Character& c) {
         if (*at >= length)
             return false;
         const std::uint32_t value = text.at(static_cast<std::size_t>((*at)++));
@@ -201,8 +210,12 @@ ReadCharacter packedReader(const Locale& locale, const Units& text, std::int32_t
             return true;
         }
         c.plain = c.raw;
-        const std::uint32_t narrow = unmapValue(locale.page, value);
-        c.narrow = narrow != 0 ? unicodeOf(narrow) : c.raw;
+        c.narrow = c.raw;
+        if (fold == Fold::kWidth) {
+            const std::uint32_t narrow = unmapValue(locale.page, value);
+            if (narrow != 0)
+                c.narrow = unicodeOf(narrow);
+        }
         return true;
     };
 }
@@ -300,7 +313,8 @@ Outcome Collation::plainKey(KeyBuffer& buffer, const Text& text, std::uint32_t o
         return wholeKey(buffer, Bytes(text.bytes.data(), text.bytes.data() + length));
     if (!memory)
         return {-1, kNoMemory};
-    const Values values = foldText(language, plainReader(locale, text.bytes, length), fold, length);
+    const Values values =
+        foldText(language, plainReader(locale, text.bytes, length, fold), fold, length);
     if (sort != nullptr)
         return sortedKey(buffer, *sort, values, memory);
     TextKey key{buffer, 0, buffer.bytes.size()};
@@ -328,8 +342,8 @@ Outcome Collation::shiftedKey(KeyBuffer& buffer, const Text& text, std::uint32_t
         return wholeKey(buffer, Bytes(text.bytes.data(), text.bytes.data() + length));
     if (!memory)
         return {-1, kNoMemory};
-    const Values values =
-        foldText(language, shiftedReader(locale, text.bytes, length, text.state), fold, length);
+    const Values values = foldText(
+        language, shiftedReader(locale, text.bytes, length, text.state, fold), fold, length);
     if (sort != nullptr)
         return sortedKey(buffer, *sort, values, memory);
     TextKey key{buffer, 0, buffer.bytes.size()};
@@ -388,7 +402,8 @@ Outcome Collation::packedKey(KeyBuffer& buffer, const Units& text, std::int32_t 
         return wholeKey(buffer, numbers(head, 4));
     if (!memory)
         return {-1, kNoMemory};
-    const Values values = foldText(language, packedReader(locale, head, length), fold, length);
+    const Values values =
+        foldText(language, packedReader(locale, head, length, fold), fold, length);
     if (sort != nullptr)
         return sortedKey(buffer, *sort, values, memory);
     Units laidOut;
