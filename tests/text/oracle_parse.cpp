@@ -87,6 +87,14 @@ class Tokens {
         return 1;
     }
 
+    Units character() const
+    {
+        Units units;
+        for (std::ptrdiff_t i = 0; i < length(); ++i)
+            units.push_back(unitAt(text_, at_ + i));
+        return units;
+    }
+
     bool isBlank() const
     {
         const std::uint32_t unit = unitAt(text_, at_);
@@ -97,7 +105,7 @@ class Tokens {
         } else if (member_ == Member::kPacked && unit > 255) {
             type = wordAt(page, static_cast<std::ptrdiff_t>(charTypeRecordW(page, unit)));
         } else if (length() > 1) {
-            const Bytes bytes = narrowBytes({text_.begin() + at_, text_.begin() + at_ + length()});
+            const Bytes bytes = narrowBytes(character());
             type = wordAt(page, static_cast<std::ptrdiff_t>(charTypeRecord(page, Span(bytes))));
         } else {
             type = wordAt(page, 0x050C + 4 * static_cast<std::ptrdiff_t>(unit));
@@ -132,17 +140,17 @@ class Tokens {
         const std::ptrdiff_t own = length();
         if (!texts.maps)
             return own == 1 ? std::optional(unitAt(text_, at_)) : std::nullopt;
-        const Units character(text_.begin() + at_, text_.begin() + at_ + own);
+        const Units whole = character();
         if (member_ == Member::kUnicode || member_ == Member::kPacked) {
-            Units image(1, character[0]);
+            Units image(1, whole[0]);
             if (member_ == Member::kUnicode)
-                mapStringU(locale_.pairs, image, 1, character, 1, kMapDigits);
+                mapStringU(locale_.pairs, image, 1, whole, 1, kMapDigits);
             else
-                mapStringW(locale_.base, locale_.pairs, image, 1, character, 1, kMapDigits);
+                mapStringW(locale_.base, locale_.pairs, image, 1, whole, 1, kMapDigits);
             return image[0];
         }
         Bytes image(5, 0);
-        const Bytes bytes = narrowBytes(character);
+        const Bytes bytes = narrowBytes(whole);
         const Text source{Span(bytes), state_, static_cast<std::int32_t>(own)};
         const Outcome mapped =
             member_ == Member::kPlain

@@ -133,7 +133,7 @@ std::int32_t nameOf(char letter, const TimeFields& time, std::int32_t& error)
     const auto item = [&](std::int32_t first, std::int32_t value, std::int32_t most) {
         if (value < 0 || value > most)
             error = 37;
-        return first + value;
+        return error != 0 ? first : first + value;
     };
     switch (letter) {
     case 'a':

@@ -285,11 +285,14 @@ std::int32_t lengthOf(const TextLocale& locale, Member member, const Source& sou
             ++length;
         return static_cast<std::int32_t>(length);
     }
-    const bool bytes = member == Member::kPlain || member == Member::kEx;
-    if (!bytes || (options & kCounted) == 0 || source.length == 0)
-        return source.length;
-    const Bytes text = narrowBytes(source.text);
-    return charsToBytes(locale.base.page, Span(text), source.state, source.length);
+    std::int32_t length = source.length;
+    if (isBytes(member) && (options & kCounted) != 0 && length > 0) {
+        const Bytes text = narrowBytes(source.text);
+        length = charsToBytes(locale.base.page, Span(text), source.state, length);
+    }
+    if (static_cast<std::size_t>(length) > source.text.size())
+        throw StrayRead(); // more than the caller has
+    return length;
 }
 
 GroupList::GroupList(Units list, const Codes& table)

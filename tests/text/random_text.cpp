@@ -108,7 +108,7 @@ LocaleSpec anySpec(Random& random, PageShape shape)
         spec.id = 930; // small letters stand elsewhere there
     const bool isLongAllowed = shape != PageShape::kSingleByte;
     const auto digits = [&]() -> std::uint16_t {
-        return oneIn(random, 20) ? 65535 : static_cast<std::uint16_t>(pick(random, 0, 9));
+        return oneIn(random, 80) ? 65535 : static_cast<std::uint16_t>(pick(random, 0, 9));
     };
     const auto position = [&]() -> std::uint8_t {
         return oneIn(random, 8) ? 250 : static_cast<std::uint8_t>(pick(random, 0, 5));
