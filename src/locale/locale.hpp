@@ -47,6 +47,7 @@ struct TSLocale {
     TSChar16* dateFormatU;
     TSChar16* longDateFormatU;
     std::int32_t lastError;
+    std::uint8_t pageTraits; // vlx::PageTrait bits: what the code page's tables let loops do
 };
 
 namespace vlx {
@@ -111,7 +112,7 @@ inline constexpr LocaleSeparator kLocaleSeparator[kSeparators] = {
 // Buffers of locale names have this size; longer names are cut or allocated.
 inline constexpr std::uint32_t kLocaleNameSize = 132;
 
-// Sets the single-byte and the stateful flag by the record's code page.
+// Sets the single-byte and the stateful flag and the traits by the record's code page.
 void setCodePageFlags(TSLocale& locale);
 
 } // namespace vlx
