@@ -10,7 +10,7 @@ import re
 
 from common import ROOT, Rule, exported, files
 
-FOLDERS = {"frame", "locale", "chars", "convert", "strings", "collate", "mapping", "text", "catalog",
+FOLDERS = {"frame", "locale", "chars", "convert", "streams", "strings", "collate", "mapping", "text", "catalog",
            "facade", "host"}
 HOST_FOLDERS = {"posix", "windows", "zbq"}
 MEMBERS = {"Ex": "x", "U": "u", "W": "w"}

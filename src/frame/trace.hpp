@@ -14,6 +14,7 @@
 // unit's cell. The flag word is read once and decides the whole call.
 #pragma once
 
+#include <bit>
 #include <cassert>
 #include <cstdint>
 
@@ -69,6 +70,8 @@ class TraceGuard {
     {
         return static_cast<std::int64_t>(reinterpret_cast<std::uintptr_t>(pointer));
     }
+    // A double is traced by its bits, which every value has.
+    static std::int64_t asInteger(double value) { return std::bit_cast<std::int64_t>(value); }
     template <class Result>
     static std::int64_t asInteger(Result value)
     {

@@ -128,6 +128,21 @@ bool AliasReader::addAlias(Token alias)
     return true;
 }
 
+// Opens a file of text. The host is asked first: a pipe would wait for a writer, and a device may
+// have no end.
+std::FILE* openText(const char* path)
+{
+    vlx::host::OpenError error = vlx::host::OpenError::kNone;
+    const vlx::host::File probe = vlx::host::open(path, vlx::host::Access::kRead, error);
+    if (probe != vlx::host::kNoFile) {
+        vlx::host::close(probe);
+    } else if (error == vlx::host::OpenError::kOther) {
+        errno = EINVAL;
+        return nullptr;
+    }
+    return std::fopen(path, "r");
+}
+
 // Reads a file of lines of any length; false if the reader stopped it.
 bool readLines(std::FILE* file, AliasReader& reader, char* line)
 {
@@ -147,7 +162,7 @@ std::int32_t TSBuildAliasList(TSObjManager* manager)
         TS_PRINT(TRC1_ERRORS, "Unable to generate alias file name");
         TS_RETURN(1);
     }
-    std::FILE* const file = std::fopen(path, "r");
+    std::FILE* const file = openText(path);
     if (!file) {
         TS_PRINT(TRC1_ERRORS, "Open of %s failed, err = %d", path, errno);
         TS_RETURN(1);

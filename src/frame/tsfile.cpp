@@ -111,9 +111,10 @@ std::int32_t TSCloseFile(TSFile* file, std::int32_t discard)
             host::remove(temp);
         } else {
             TS_PRINT(TRC1_INPUTS, "Renaming %s to %s", temp, target);
-            result = host::replace(temp, target) ? TS_ERR_NONE : TS_ERR_FAILED;
+            const std::uint32_t error = host::replace(temp, target);
+            result = error == 0 ? TS_ERR_NONE : TS_ERR_FAILED;
             // Deliberate: this line comes after a good rename too.
-            TS_PRINT(TRC1_ERRORS, "Close failed, rc = %d", result);
+            TS_PRINT(TRC1_ERRORS, "Close failed, rc = %d", static_cast<std::int32_t>(error));
         }
     }
     vlx::release(file);
@@ -145,6 +146,16 @@ std::int32_t TSSeekFile(TSFile* file, std::int32_t offset, std::int32_t whence)
     const bool known = whence >= TS_SEEK_SET && whence <= TS_SEEK_END;
     const bool moved = known && host::seek(file->handle, offset, origins[whence - TS_SEEK_SET]);
     TS_RETURN(moved ? 0 : 1);
+}
+
+bool TSFileSize(TSFile* file, std::uint32_t* size)
+{
+    TS_TRACE(TSFileSize);
+    std::uint64_t bytes = 0;
+    if (!host::size(file->handle, bytes) || bytes > UINT32_MAX)
+        TS_RETURN(false);
+    *size = static_cast<std::uint32_t>(bytes);
+    TS_RETURN(true);
 }
 
 const void* TSLoadFile(TSFile* file, std::uint32_t offset, std::uint32_t size, std::int32_t* code)

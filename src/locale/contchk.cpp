@@ -124,7 +124,7 @@ bool territoryIsSound(const Section& section)
     if (section.size < sizeof(TSTerritoryContent))
         return false;
     for (int i = 0; i < TSTerritoryContent::kTexts; ++i) {
-        const std::uint32_t word = static_cast<std::uint32_t>(TSTerritoryContent::kFirstText + i);
+        const auto word = static_cast<std::uint32_t>(TSTerritoryContent::kFirstText + i);
         const std::uint32_t begin = wordAt(section, word * kUnit);
         const std::uint32_t end = wordAt(section, (word + 1) * kUnit);
         if (end > section.size || begin + kUnit > end || (end - begin) % kUnit != 0 ||

@@ -161,8 +161,7 @@ char* recodedText(const TSObject* from, const TSObject* to, const char* text)
 {
     const std::uint32_t room =
         static_cast<std::uint32_t>(std::strlen(text)) * tsCodePage(to).maxCharBytes + 1;
-    const std::uint32_t needed =
-        static_cast<std::uint32_t>(TSRecodeString(from, to, text, nullptr));
+    const auto needed = static_cast<std::uint32_t>(TSRecodeString(from, to, text, nullptr));
     auto* const large = static_cast<char*>(vlx::allocate(std::max(room, needed)));
     if (!large)
         return nullptr;

@@ -66,7 +66,7 @@ int32_t TSStrcatEx(TSLocale* handle, char* destination, int32_t state, const cha
         --at;
     if (wasClosed != (piece.state != 0))
         *at++ = static_cast<char>(piece.state ? page.shiftIn : page.shiftOut);
-    const std::size_t count = static_cast<std::size_t>(piece.end - piece.begin);
+    const auto count = static_cast<std::size_t>(piece.end - piece.begin);
     std::memmove(at, piece.begin, count);
     at += count;
 

@@ -260,7 +260,9 @@ TEST_F(Failing, EachHostCallOfTheStartGives10AndTheBuiltinTableOrIsOnlyAGiveBack
                                      TS_ERR_NO_CONTROL_FILE,
                                      TS_ERR_NONE,
                                      TS_ERR_NONE,
+                                     TS_ERR_NONE,
                                      TS_ERR_NONE};
+    constexpr std::uint32_t kAliases = 6; // the call that asks for the file of aliases
     for (std::uint32_t n = 1; n <= std::size(expected); ++n) {
         SCOPED_TRACE(n);
         forget();
@@ -268,7 +270,7 @@ TEST_F(Failing, EachHostCallOfTheStartGives10AndTheBuiltinTableOrIsOnlyAGiveBack
         EXPECT_EQ(start(), expected[n - 1]);
         EXPECT_GE(MemoryHost::calls(), n);
         EXPECT_EQ(hasBuiltinTable(), expected[n - 1] != TS_ERR_NONE);
-        const bool givesBack = n > 5;
+        const bool givesBack = n > 5 && n != kAliases;
         EXPECT_EQ(failures("TSUnloadFile") + failures("TSCloseFile"), givesBack ? 1 : 0);
         MemoryHost::failCall(0);
         EXPECT_EQ(TSTerm(), 0);

@@ -122,6 +122,22 @@ TEST_F(RealPosix, AnAliasFileThatMayNotBeReadIsNoFailure)
     EXPECT_TRUE(Trace::printed("Alias list build failed. No aliases supported"));
 }
 
+TEST_F(RealPosix, AnAliasFileThatIsAPipeIsNoFailureAndNobodyWaits)
+{
+    ASSERT_EQ(mkfifo(workshop_.path("alias.txt").c_str(), 0666), 0);
+    EXPECT_EQ(start(), TS_ERR_NONE);
+    EXPECT_EQ(manager().aliases, nullptr);
+    EXPECT_TRUE(Trace::printed("Alias list build failed. No aliases supported"));
+}
+
+TEST_F(RealPosix, AnAliasFileWithoutAnEndIsNoFailure)
+{
+    fs::create_symlink("/dev/zero", workshop_.path("alias.txt"));
+    EXPECT_EQ(start(), TS_ERR_NONE);
+    EXPECT_EQ(manager().aliases, nullptr);
+    EXPECT_TRUE(Trace::printed("Alias list build failed. No aliases supported"));
+}
+
 TEST_F(RealPosix, AFileReplacedByARenameLeavesALoadedObjectAsItWas)
 {
     EXPECT_EQ(loadLanguage(), TS_ERR_NONE);

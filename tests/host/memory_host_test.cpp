@@ -89,7 +89,7 @@ TEST_F(MemoryHostTest, EveryCallThatCanFailFailsOnDemand)
     next();
     EXPECT_FALSE(host::remove("/a"));
     next();
-    EXPECT_FALSE(host::replace("/a", "/b"));
+    EXPECT_EQ(host::replace("/a", "/b"), MemoryHost::kReplaceError);
     next();
     EXPECT_EQ(host::createMapping(file), 0);
     next();

@@ -39,6 +39,11 @@ struct Block {
     int era;
 };
 
+struct Setting {
+    std::u16string changed;
+    std::u16string original;
+};
+
 // Everything that is open carries the era in which it was opened: a reset begins a new one.
 struct State {
     std::mutex lock;
@@ -47,6 +52,9 @@ struct State {
     std::set<std::string, std::less<>> denied;
     std::map<std::string, std::string, std::less<>> environment;
     std::uint32_t userLocaleId = 0;
+    std::map<std::pair<std::uint32_t, std::uint32_t>, Setting> settings;
+    std::uint32_t narrowPage = 0; // 0: settings come as 16-bit text
+    std::vector<MemoryHost::Reading> readings;
     std::uint32_t calls = 0;
     std::uint32_t failing = 0;
     std::intptr_t lastId = 0;
@@ -102,6 +110,9 @@ void MemoryHost::reset()
     host.denied.clear();
     host.environment.clear();
     host.userLocaleId = 0;
+    host.settings.clear();
+    host.narrowPage = 0;
+    host.readings.clear();
     host.calls = 0;
     host.failing = 0;
 }
@@ -182,6 +193,23 @@ void MemoryHost::clearEnvironment()
 void MemoryHost::setUserLocaleId(std::uint32_t id)
 {
     Locked().host.userLocaleId = id;
+}
+
+void MemoryHost::setSetting(std::uint32_t locale, std::uint32_t setting,
+                            std::u16string_view changed, std::u16string_view original)
+{
+    Locked().host.settings.insert_or_assign(
+        {locale, setting}, Setting{std::u16string(changed), std::u16string(original)});
+}
+
+void MemoryHost::makeNarrow(std::uint32_t codePage)
+{
+    Locked().host.narrowPage = codePage;
+}
+
+std::vector<MemoryHost::Reading> MemoryHost::readings()
+{
+    return Locked().host.readings;
 }
 
 } // namespace vlx::test
@@ -265,6 +293,16 @@ bool seek(File id, std::int32_t offset, Origin origin)
     return true;
 }
 
+bool size(File id, std::uint64_t& bytes)
+{
+    Locked locked;
+    const test::OpenFile* const file = locked.file(id);
+    if (locked.fails() || !file)
+        return false;
+    bytes = file->content->size();
+    return true;
+}
+
 bool remove(const char* path)
 {
     Locked locked;
@@ -275,16 +313,18 @@ bool remove(const char* path)
     return true;
 }
 
-bool replace(const char* source, const char* target)
+std::uint32_t replace(const char* source, const char* target)
 {
     Locked locked;
+    if (locked.fails() || locked.host.denied.contains(target))
+        return test::MemoryHost::kReplaceError;
     const auto found = locked.host.files.find(std::string_view(source));
-    if (locked.fails() || found == locked.host.files.end() || locked.host.denied.contains(target))
-        return false;
+    if (found == locked.host.files.end())
+        return 2; // what both platforms call a missing file
     const Content content = found->second;
     locked.host.files.erase(found);
     locked.host.files.insert_or_assign(target, content);
-    return true;
+    return 0;
 }
 
 std::size_t stemLength(const char* path)
@@ -378,6 +418,56 @@ std::int32_t environment(const char* name, char* buffer, std::uint32_t size)
 std::uint32_t userLocaleId()
 {
     return Locked().host.userLocaleId;
+}
+
+namespace {
+
+// Copies a setting into elements of some width, with its terminator, if it fits.
+template <class Element>
+bool copySetting(const SettingName& name, bool wide, Element* text, std::uint32_t size)
+{
+    Locked locked;
+    const auto number = static_cast<std::uint32_t>(name.setting);
+    locked.host.readings.push_back({name.locale, number, name.changedByUser, wide});
+    const auto found = locked.host.settings.find({name.locale, number});
+    if (found == locked.host.settings.end())
+        return false;
+    const std::u16string& value =
+        name.changedByUser ? found->second.changed : found->second.original;
+    if (value.size() >= size)
+        return false;
+    for (std::size_t i = 0; i <= value.size(); ++i)
+        text[i] = static_cast<Element>(value.c_str()[i]);
+    return true;
+}
+
+} // namespace
+
+bool readSetting(const SettingName& name, char* text, std::uint32_t size)
+{
+    return copySetting(name, false, text, size);
+}
+
+bool readSetting16(const SettingName& name, TSChar16* text, std::uint32_t size)
+{
+    return hasSettings16() && copySetting(name, true, text, size);
+}
+
+bool hasSettings16()
+{
+    return Locked().host.narrowPage == 0;
+}
+
+bool toUnicode(std::uint32_t codePage, const char* text, TSChar16* unicode, std::uint32_t size)
+{
+    const std::size_t length = std::strlen(text);
+    if (codePage != Locked().host.narrowPage || length >= size)
+        return false;
+    for (std::size_t i = 0; i <= length; ++i) {
+        const auto byte = static_cast<std::uint8_t>(text[i]);
+        unicode[i] = static_cast<TSChar16>(byte < 0x80 ? byte : 0x2000 + byte);
+    }
+    return true;
 }
 
 bool equalIgnoringCase(const char* left, const char* right, std::size_t length)

@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <type_traits>
+#include <utility>
 
 #include "chars/cpfile.hpp"
 #include "codepage_pages.hpp"
@@ -47,9 +48,9 @@ void fillByRule(CodePageSource& page)
 
 class Compiler {
   public:
-    Compiler(const CodePageSource& source, const std::string& file, const CharacterData& characters,
+    Compiler(const CodePageSource& source, std::string file, const CharacterData& characters,
              Diagnostics& diagnostics)
-        : page_(source), characters_(characters), report_(file, diagnostics)
+        : page_(source), characters_(characters), report_(std::move(file), diagnostics)
     {
     }
     std::optional<Object> compile();

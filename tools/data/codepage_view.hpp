@@ -47,9 +47,9 @@ class CodePageView {
 
   private:
     template <class Item>
-    std::optional<Item> item(int section, std::size_t base, std::size_t index) const;
-    std::optional<Packed> cell(int section, std::size_t offset, std::size_t width) const;
-    void collect(std::size_t node, Packed lead, int left, int& visits,
+    std::optional<Item> item(int number, std::size_t base, std::size_t index) const;
+    std::optional<Packed> cell(int number, std::size_t offset, std::size_t width) const;
+    void collect(std::size_t index, Packed lead, int left, int& visits,
                  std::vector<Packed>& found) const;
 
     TSCodePageHeader header_;

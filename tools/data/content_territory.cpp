@@ -211,7 +211,7 @@ using Line = std::pair<std::string_view, std::string>;
 std::string_view tableOf(std::string_view key)
 {
     const std::size_t dot = key.rfind('.');
-    return dot == key.npos ? std::string_view() : key.substr(0, dot);
+    return dot == std::string_view::npos ? std::string_view() : key.substr(0, dot);
 }
 
 std::vector<Line> dumpLines(const ContentView& view, const TSTerritoryContent& header)

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <fstream>
 #include <set>
 #include <utility>
 
 #include <toml++/toml.h>
 
+#include "sourcefile.hpp"
 #include "tsconst.h"
 
 namespace vlx::data {
@@ -25,7 +27,7 @@ std::int32_t codePointAt(std::string_view text, std::size_t& at)
                                                               : 0;
     if (length == 0 || length > text.size() - at)
         return -1;
-    std::int32_t value = static_cast<std::int32_t>(length == 1 ? lead : lead & (0x7FU >> length));
+    auto value = static_cast<std::int32_t>(length == 1 ? lead : lead & (0x7FU >> length));
     for (std::size_t i = 1; i < length; ++i) {
         if ((byte(at + i) & 0xC0) != 0x80)
             return -1;
@@ -159,6 +161,7 @@ TextRule both(TextRule first, TextRule second)
 
 struct Source::Tree {
     toml::table root;
+    std::vector<std::string> linesOfFile;
     std::set<std::string> asked;
     std::set<std::string> refused;
 
@@ -197,6 +200,9 @@ struct Source::Tree {
 Source::Source(const std::string& path, Diagnostics& out)
     : path_(path), out_(out), tree_(std::make_unique<Tree>())
 {
+    std::ifstream in(path);
+    for (std::string line; std::getline(in, line);)
+        tree_->linesOfFile.emplace_back(trimmed(line));
     try {
         tree_->root = toml::parse_file(path);
     } catch (const toml::parse_error& error) {
@@ -285,6 +291,30 @@ std::u16string Source::text(const std::string& key, const TextRule& rule)
     if (!complaint.empty())
         refuse(key, complaint);
     return units.value_or(std::u16string());
+}
+
+bool Source::has(const std::string& key)
+{
+    return static_cast<bool>(tree_->root.at_path(key));
+}
+
+void Source::know(const std::string& key)
+{
+    tree_->asked.insert(key);
+}
+
+SourceText Source::lines(const std::string& key)
+{
+    const auto node = tree_->find(key);
+    if (!node || !node.is_string()) {
+        refuse(key, node ? "not a text" : "missing");
+        return {};
+    }
+    // A line end right behind the quotation marks is none of the text.
+    const int line = Tree::lineOf(*node.node());
+    const std::string& first = tree_->linesOfFile[static_cast<std::size_t>(line) - 1];
+    const bool isBelow = first.ends_with("\"\"\"") || first.ends_with("'''");
+    return {**node.as_string(), isBelow ? line + 1 : line};
 }
 
 std::vector<std::u16string> Source::texts(const std::string& key, std::size_t least,

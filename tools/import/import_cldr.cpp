@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <utility>
 
 #include "import_cldr_locale.hpp"
 #include "import_cldr_table.hpp"
@@ -21,9 +22,9 @@ const std::string kGregorian = "dates/calendars/calendar[@type='gregorian']/";
 // the error stream and leaves the import failed.
 class LocaleReader {
   public:
-    LocaleReader(CldrStore& store, const std::string& locale, const std::string& codePage,
+    LocaleReader(CldrStore& store, std::string locale, const std::string& codePage,
                  const std::vector<Substitute>& substitutes)
-        : store_(store), locale_(locale), fit_(codePage), substitutes_(substitutes)
+        : store_(store), locale_(std::move(locale)), fit_(codePage), substitutes_(substitutes)
     {
         if (!fit_.known())
             fail("code page " + codePage + " is not known");

@@ -1,5 +1,6 @@
 // The data compiler's command: readable sources to a locale directory, and locale directories to
 // readable text.
+#include <exception>
 #include <iostream>
 
 #include <CLI/CLI.hpp>
@@ -8,7 +9,9 @@
 #include "directory.hpp"
 #include "sourcefile.hpp"
 
-int main(int argc, char** argv)
+namespace {
+
+int run(int argc, char** argv)
 {
     using namespace vlx::data;
 
@@ -42,4 +45,16 @@ int main(int argc, char** argv)
         lintDirectory(target, exceptions, diagnostics);
     print(diagnostics, std::cerr);
     return hasErrors(diagnostics) ? 1 : 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& failure) {
+        std::cerr << "vlx-data: " << failure.what() << '\n';
+        return 1;
+    }
 }

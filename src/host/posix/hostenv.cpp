@@ -1,4 +1,4 @@
-// The fixed names, the environment and the user of a POSIX host.
+// The fixed names and the environment of a POSIX host.
 #include "host/host.hpp"
 
 #include <cstdlib>
@@ -21,12 +21,6 @@ std::int32_t environment(const char* name, char* buffer, std::uint32_t size)
         return static_cast<std::int32_t>(length + 1);
     std::memcpy(buffer, value, length + 1);
     return static_cast<std::int32_t>(length);
-}
-
-// This host names its locales and does not number them.
-std::uint32_t userLocaleId()
-{
-    return 0;
 }
 
 } // namespace vlx::host

@@ -117,14 +117,23 @@ bool seek(File file, std::int32_t offset, Origin origin)
     return lseek(descriptorOf(file), offset, whence) >= 0;
 }
 
+bool size(File file, std::uint64_t& bytes)
+{
+    struct stat status;
+    if (fstat(descriptorOf(file), &status) != 0)
+        return false;
+    bytes = static_cast<std::uint64_t>(status.st_size);
+    return true;
+}
+
 bool remove(const char* path)
 {
     return unlink(path) == 0;
 }
 
-bool replace(const char* source, const char* target)
+std::uint32_t replace(const char* source, const char* target)
 {
-    return std::rename(source, target) == 0;
+    return std::rename(source, target) == 0 ? 0 : static_cast<std::uint32_t>(errno);
 }
 
 std::size_t stemLength(const char* path)

@@ -109,16 +109,16 @@ const void* mapView(Mapping mapping, std::uint32_t offset, std::uint32_t length)
     return address;
 }
 
-bool unmapView(const void* address)
+bool unmapView(const void* view)
 {
-    View* const view = take(address);
-    if (!view)
+    View* const record = take(view);
+    if (!record)
         return false;
-    if (munmap(view->address, view->length) != 0) {
-        enter(view);
+    if (munmap(record->address, record->length) != 0) {
+        enter(record);
         return false;
     }
-    std::free(view);
+    std::free(record);
     return true;
 }
 

@@ -1,4 +1,4 @@
-// The fixed names, the environment and the user of a Windows host.
+// The fixed names and the environment of a Windows host.
 #include "host/host.hpp"
 
 #include <windows.h>
@@ -18,11 +18,6 @@ std::int32_t environment(const char* name, char* buffer, std::uint32_t size)
         return -1;
     buffer[0] = '\0';
     return 0;
-}
-
-std::uint32_t userLocaleId()
-{
-    return GetUserDefaultLCID();
 }
 
 } // namespace vlx::host
