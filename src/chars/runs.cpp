@@ -28,6 +28,15 @@ constexpr std::array<std::uint8_t, kValues> allOnes()
     return values;
 }
 
+constexpr std::array<std::uint8_t, kValues> asciiUpperCase()
+{
+    std::array<std::uint8_t, kValues> values = sameValues<std::uint8_t>();
+    for (std::size_t letter = 'a'; letter <= 'z'; ++letter)
+        values[letter] = static_cast<std::uint8_t>(letter - 'a' + 'A');
+    return values;
+}
+
+constexpr auto kAsciiUpper = asciiUpperCase();
 constexpr auto kSameBytes = sameValues<std::uint8_t>();
 constexpr auto kSameWords = sameValues<Le16>();
 constexpr auto kOnes = allOnes();
@@ -77,6 +86,7 @@ std::uint8_t pageTraitsOf(const TSObject* object)
     add(kAsciiUnits, isUtf8 || keepsUnits(object, 0, kAsciiEnd));
     add(kLatinUnits, kBlocksKnowLatin && !isUtf8 && keepsUnits(object, kLatinBegin, kValues));
     add(kAllSingle, areEqual(page.charLength, kOnes, 0, kValues));
+    add(kAsciiCase, areEqual(page.toUpper, kAsciiUpper, 0, kAsciiEnd));
     add(kUtf8Lengths, isUtf8 && hasUtf8Lengths(page));
     return static_cast<std::uint8_t>(traits);
 }

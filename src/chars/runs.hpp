@@ -6,6 +6,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "chars/codepage.hpp"
 
@@ -17,6 +18,10 @@ namespace vlx {
 
 inline constexpr std::int32_t kBlock = 16;
 
+// A length of characters, known to the compiler.
+template <std::int32_t length>
+using Length = std::integral_constant<std::int32_t, length>;
+
 // What loops may rely on in the tables of a code page. A character is plain if it has one byte,
 // which is its Unicode value.
 enum PageTrait : std::uint8_t {
@@ -26,7 +31,8 @@ enum PageTrait : std::uint8_t {
     kLatinUnits = 0x08, // so do those from 0xA0 to 0xFF
     kAllSingle = 0x10,  // every byte is a character
     kUtf8Lengths =
-        0x20, // UTF-8: of characters of some bytes, those from 0xE0 on have three or more
+        0x20,          // UTF-8: of characters of some bytes, those from 0xE0 on have three or more
+    kAsciiCase = 0x40, // the ASCII letters and no other ASCII characters have an upper case
 };
 std::uint8_t pageTraitsOf(const TSObject* object);
 
@@ -106,9 +112,64 @@ inline void narrowBlock(const TSChar16* block, char* output)
     storeBlock(output, _mm_packus_epi16(loadBlock(block), loadBlock(block + kBlock / 2)));
 }
 
+inline __m128i asciiUpper(__m128i bytes)
+{
+    // The letters become the largest of all signed numbers.
+    const __m128i shifted = _mm_add_epi8(bytes, _mm_set1_epi8(127 - 'z'));
+    const __m128i areLetters = _mm_cmpgt_epi8(shifted, _mm_set1_epi8(127 - 26));
+    return _mm_sub_epi8(bytes, _mm_and_si128(areLetters, _mm_set1_epi8('a' - 'A')));
+}
+
+// Whether two blocks are the same but for the case of ASCII letters.
+inline bool areSameButForCase(const char* block1, const char* block2)
+{
+    const __m128i same =
+        _mm_cmpeq_epi8(asciiUpper(loadBlock(block1)), asciiUpper(loadBlock(block2)));
+    return _mm_movemask_epi8(same) == 0xFFFF;
+}
+
+// The number of 16-bit words before the first one that is `word`, each as it stands in memory;
+// `count` if none is.
+inline std::ptrdiff_t findWord(const void* words, std::ptrdiff_t count, std::uint16_t word)
+{
+    constexpr std::ptrdiff_t kWords = kBlock / 2;
+    const auto* const at = static_cast<const std::uint16_t*>(words);
+    const auto found = [at, all = _mm_set1_epi16(static_cast<short>(word))](std::ptrdiff_t index) {
+        return _mm_cmpeq_epi16(loadBlock(at + index), all);
+    };
+    std::ptrdiff_t index = 0;
+    for (; count - index >= 4 * kWords; index += 4 * kWords) {
+        const __m128i any =
+            _mm_or_si128(_mm_or_si128(found(index), found(index + kWords)),
+                         _mm_or_si128(found(index + 2 * kWords), found(index + 3 * kWords)));
+        if (_mm_movemask_epi8(any) != 0)
+            break;
+    }
+    for (; count - index >= kWords; index += kWords)
+        if (const int bits = _mm_movemask_epi8(found(index)))
+            return index + std::countr_zero(static_cast<unsigned>(bits)) / 2;
+    while (index < count && std::memcmp(at + index, &word, sizeof word) != 0)
+        ++index;
+    return index;
+}
+
 #else
 
 inline constexpr bool kBlocksKnowLatin = false;
+
+inline bool areSameButForCase(const char* block1, const char* block2)
+{
+    return std::memcmp(block1, block2, kBlock) == 0;
+}
+
+inline std::ptrdiff_t findWord(const void* words, std::ptrdiff_t count, std::uint16_t word)
+{
+    const auto* const at = static_cast<const char*>(words);
+    std::ptrdiff_t index = 0;
+    while (index < count && std::memcmp(at + index * 2, &word, sizeof word) != 0)
+        ++index;
+    return index;
+}
 
 template <class Unit>
 std::uint64_t wordAt(const Unit* at)

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <type_traits>
 
 #include "chars/form.hpp"
 #include "chars/runs.hpp"
@@ -39,10 +38,6 @@ inline std::int32_t decodeSingle(const TSObject* object, unsigned traits, const 
     at += count;
     return count;
 }
-
-// A length of characters, known to the compiler.
-template <std::int32_t length>
-using Length = std::integral_constant<std::int32_t, length>;
 
 // Text whose characters have different lengths, to its end or to a character that the end cuts off.
 // `unicodeOf` reads a character of a length above one.
