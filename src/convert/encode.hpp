@@ -49,12 +49,12 @@ inline std::int32_t encodeSingle(const TSObject* object, unsigned traits, const 
     return done;
 }
 
-// For characters of different lengths. `put` writes one, and perhaps something behind it.
+// For characters of different lengths. `put` writes one, and perhaps a byte behind it.
 template <class Put>
 std::int32_t encodeChars(PlainSet plain, const TSChar16* values, std::int32_t count, char*& at,
                          const char* end, Put put)
 {
-    // While there is so much room, what is written too much is overwritten: the next value fits.
+    // While there is so much room the next value fits, and overwrites a byte too much.
     constexpr std::ptrdiff_t kRoom = 2 * kMostBytes;
     const TSChar16* from = values;
     const TSChar16* const behind = values + count;
@@ -84,15 +84,7 @@ std::int32_t encodeChars(PlainSet plain, const TSChar16* values, std::int32_t co
     return static_cast<std::int32_t>(from - values);
 }
 
-// Stores a word in memory, its most significant byte first.
-inline void storeBigEndian(std::uint32_t word, char* output)
-{
-    if (std::endian::native == std::endian::little)
-        word = __builtin_bswap32(word);
-    std::memcpy(output, &word, sizeof word);
-}
-
-// These write a value, with bytes behind it that have no meaning, and give its length.
+// These write a value, with at most one byte behind it that has no meaning, and give its length.
 inline std::int32_t putPacked(TSChar32 value, char* output)
 {
     if (value > 0xFFFF) [[unlikely]]
@@ -109,9 +101,16 @@ inline std::int32_t putUtf8(TSChar16 value, char* output)
         *output = static_cast<char>(value);
         return 1;
     }
-    const bool isPair = value <= 0x7FF;
-    storeBigEndian(unicodeToUtf8(value) << (isPair ? 16 : 8), output);
-    return isPair ? 2 : 3;
+    const TSChar32 packed = unicodeToUtf8(value);
+    if (value <= 0x7FF) {
+        output[0] = static_cast<char>(packed >> 8);
+        output[1] = static_cast<char>(packed);
+        return 2;
+    }
+    const std::uint32_t word =
+        std::endian::native == std::endian::little ? __builtin_bswap32(packed << 8) : packed << 8;
+    std::memcpy(output, &word, sizeof word);
+    return 3;
 }
 
 inline std::int32_t encodeMulti(const TSObject* object, unsigned traits, const TSChar16* values,
