@@ -34,5 +34,7 @@ class RowLocale {
 // The rows of each unit.
 void addStartRows();
 void addSteppingRows();
+void addConversionRows();
+void addStringRows();
 
 } // namespace vlx::bench

@@ -35,6 +35,8 @@ int main(int argc, char** argv)
 {
     vlx::bench::addStartRows();
     vlx::bench::addSteppingRows();
+    vlx::bench::addConversionRows();
+    vlx::bench::addStringRows();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;

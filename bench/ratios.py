@@ -39,7 +39,7 @@ def main():
         sys.exit(__doc__)
     with open(sys.argv[1], encoding="utf-8") as file:
         rows = times_of(json.load(file))
-    print(f"{'work':<20} {'ours':>12} {'best peer':>12}  {'':<14} {'ratio':>6}")
+    print(f"{'work':<32} {'ours':>12} {'best peer':>12}  {'':<20} {'ratio':>6}")
     for case, times in rows.items():
         peers = {who: row for who, row in times.items() if who != OURS}
         if OURS not in times or not peers:
@@ -47,7 +47,7 @@ def main():
         best = min(peers, key=lambda who: peers[who][0])
         ratio = times[OURS][0] / peers[best][0]
         ours, theirs = shown(*times[OURS]), shown(*peers[best])
-        print(f"{case:<20} {ours:>12} {theirs:>12}  {best:<14} {ratio:>6.2f}")
+        print(f"{case:<32} {ours:>12} {theirs:>12}  {best:<20} {ratio:>6.2f}")
 
 
 if __name__ == "__main__":

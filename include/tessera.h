@@ -55,6 +55,9 @@ typedef struct TSLocale TSLocale;
 /** A conversion of text that comes in slices. */
 typedef struct TSConversion TSConversion;
 
+/** An open message catalog. */
+typedef struct TSCatalog TSCatalog;
+
 /** Characters over a caller's read or write function. */
 typedef struct TSStream TSStream;
 
@@ -182,6 +185,144 @@ TS_API int32_t TSEnumLocalesU(TSEnumLocalesCallbackU callback, TSContext user);
 
 /** TSEnumLocales() with names of 32-bit values. */
 TS_API int32_t TSEnumLocalesW(TSEnumLocalesCallbackW callback, TSContext user);
+
+/** @} */
+
+/**
+ * @name Values of a locale
+ *
+ * Every value has an item number, `TS_LI_...`, the same for queries and updates. A handle's own
+ * values begin as those of its territory and may be changed; TS_OPT_OBJECT_VALUE asks for the
+ * territory's.
+ * @{
+ */
+
+/**
+ * Returns the value of a number item, or -1 with TS_ERR_ITEM for any other item.
+ *
+ * @param options 0 or TS_OPT_OBJECT_VALUE; -1 with TS_ERR_ARGUMENT for others.
+ */
+TS_API int32_t TSGetLocaleNumInfo(TSLocale* locale, int32_t item, uint32_t options);
+
+/**
+ * Writes the text of an item and a terminator. A text that does not fit is cut before the first
+ * character that would not, and that is no error.
+ *
+ * @param size in bytes, or in characters with TS_OPT_CHAR_COUNT, with the terminator; then the
+ *        bytes are not bounded. At 0 nothing is written. A one-character item takes a size above 2
+ *        as 2.
+ * @param options TS_OPT_OBJECT_VALUE and TS_OPT_CHAR_COUNT, which means nothing in the `U` and `W`
+ *        members.
+ * @return what was written with the terminator, in the unit of the size, or -1: TS_ERR_ARGUMENT for
+ *         other options, TS_ERR_ITEM for an item that has no text or a default that is not listed,
+ *         TS_ERR_CODEPAGE for an object's name without the code page object of id 367, which it
+ *         needs where the code page is not ASCII-based.
+ */
+TS_API int32_t TSGetLocaleTextInfo(TSLocale* locale, int32_t item, char* buffer, int32_t size,
+                                   uint32_t options);
+
+/**
+ * TSGetLocaleTextInfo() of a stateful code page. The output begins in `state` and ends in the
+ * single-byte state: where it begins in the other one there must be room for 2 bytes, whatever the
+ * size.
+ */
+TS_API int32_t TSGetLocaleTextInfoEx(TSLocale* locale, int32_t item, char* buffer, int32_t state,
+                                     int32_t size, uint32_t options);
+TS_API int32_t TSGetLocaleTextInfoU(TSLocale* locale, int32_t item, TSChar16* buffer, int32_t size,
+                                    uint32_t options);
+TS_API int32_t TSGetLocaleTextInfoW(TSLocale* locale, int32_t item, TSChar32* buffer, int32_t size,
+                                    uint32_t options);
+
+/**
+ * Returns the text of an item in place, which stands as long as the handle and until the next
+ * update. The one-character items have no terminator. The error code is left alone.
+ *
+ * @param locale a handle; null is not allowed.
+ * @param useRecord 0 for the territory's value.
+ * @param kind receives TS_TEXT_UNICODE, TS_TEXT_CODEPAGE or TS_TEXT_ASCII. 16-bit text of an
+ *        object is little-endian and may stand on any address.
+ * @return the text, or null for an item that has none or a default that is not listed.
+ */
+TS_API const void* TSLocaleGetTextItem(TSLocale* locale, int32_t item, int32_t useRecord,
+                                       uint32_t* kind);
+
+/** TSLocaleGetTextItem() with the handle's own values in 16-bit Unicode. */
+TS_API const void* TSLocaleGetTextItemU(TSLocale* locale, int32_t item, int32_t useRecord,
+                                        uint32_t* kind);
+
+/**
+ * Changes a number item of a handle: an object by its id, or a value, which a later change of
+ * territory leaves alone.
+ *
+ * @return 1, or 0: TS_ERR_ITEM for any other item; TS_ERR_NOT_FOUND for a value out of range or an
+ *         object that is not listed; TS_ERR_SEPARATOR if a separator is no single byte in the new
+ *         code page; TS_ERR_MEMORY. Then nothing has changed.
+ */
+TS_API int32_t TSSetLocaleNumInfo(TSLocale* locale, int32_t item, int32_t value);
+
+/**
+ * Changes a text item of a handle: an object by its name, a separator or a text, which a later
+ * change of territory leaves alone. An empty text changes nothing and is a success. Of a text for a
+ * one-character item the first byte counts; it may not be a digit, nor the other separator of its
+ * pair, nor a character of more than one byte.
+ *
+ * @param length in bytes, or in characters with TS_OPT_CHAR_COUNT; in elements in the `U` and `W`
+ *        members.
+ * @param options 0 or TS_OPT_CHAR_COUNT.
+ * @return 1, or 0: TS_ERR_ARGUMENT for other options; TS_ERR_ITEM for an item that has no text to
+ *         change; TS_ERR_NOT_FOUND for a value that is refused or an object that is not listed;
+ *         TS_ERR_SEPARATOR; TS_ERR_MEMORY. Then nothing has changed, but that a text in the code
+ *         page may stand without its 16-bit form.
+ */
+TS_API int32_t TSSetLocaleTextInfo(TSLocale* locale, int32_t item, const char* text, int32_t length,
+                                   uint32_t options);
+
+/** TSSetLocaleTextInfo() with stateful text that begins in `state`. */
+TS_API int32_t TSSetLocaleTextInfoEx(TSLocale* locale, int32_t item, const char* text,
+                                     int32_t state, int32_t length, uint32_t options);
+
+/**
+ * TSSetLocaleTextInfo() with 16-bit text of at most 263 elements. The text is kept as it is given,
+ * beside its form in the code page. Every other item and a longer text are TS_ERR_NOT_FOUND, and so
+ * is a text for a one-character item that has more than one element, whose first byte has then been
+ * taken.
+ */
+TS_API int32_t TSSetLocaleTextInfoU(TSLocale* locale, int32_t item, const TSChar16* text,
+                                    int32_t length, uint32_t options);
+
+/** TSSetLocaleTextInfo() with packed values. */
+TS_API int32_t TSSetLocaleTextInfoW(TSLocale* locale, int32_t item, const TSChar32* text,
+                                    int32_t length, uint32_t options);
+
+/** @} */
+
+/**
+ * @name The host's locales
+ *
+ * A native id is the number by which a Windows host knows a locale; this library has the same
+ * numbers on every host.
+ * @{
+ */
+
+/**
+ * Finds the native id of a locale by its language, territory, code page and sort.
+ *
+ * @param native receives the id; 0 where TS_LOCALE_FALLBACK finds no language either.
+ * @param options 1, which has no effect, and TS_LOCALE_FALLBACK: what matches from the left is
+ *        enough.
+ * @return 1, or 0 with TS_ERR_NO_NATIVE, or with TS_ERR_ARGUMENT for other options.
+ */
+TS_API int32_t TSConvertLocale(TSLocale* locale, uint32_t* native, uint32_t options);
+
+/**
+ * Makes the locale of a native id, with the values that the host has for it.
+ *
+ * @param nativeId the id, all of its 32 bits.
+ * @param options 1: without the user's own settings; TS_LOCALE_FALLBACK as in TSGetLocale().
+ * @param code as in TSGetLocale().
+ * @return the handle, or null.
+ */
+TS_API TSLocale* TSConvertNativeLocale(const uint32_t* nativeId, uint32_t options, int32_t* code);
 
 /** @} */
 
@@ -816,6 +957,392 @@ TS_API int32_t TSStrcmpU(TSLocale* locale, const TSChar16* string1, int32_t leng
 /** TS_OPT_IGNORE_WIDTH is refused here. */
 TS_API int32_t TSWcscmp(TSLocale* locale, const TSChar32* string1, int32_t length1,
                         const TSChar32* string2, int32_t length2, uint32_t options);
+
+/** @} */
+
+/**
+ * @name Collation
+ *
+ * Strings are compared by the order of the locale's sort. A locale with the binary sort compares
+ * them by their code, as TSStrcmp() and its siblings do, with the options that these know.
+ *
+ * Options:
+ *
+ * | Option | Meaning |
+ * |---|---|
+ * | 0 | by the sort, on four levels |
+ * | TS_OPT_IGNORE_CASE | the order of the keys that this option gives |
+ * | TS_OPT_IGNORE_WIDTH | the same; blanks at the end of byte strings do not count |
+ * | TS_OPT_STRIP_BLANKS | blanks at the end do not count, in the `U` and `Wcs` members |
+ * | TS_OPT_CHAR_COUNT | lengths count characters, in the members for byte strings |
+ *
+ * A result below 0 means that the first string comes first; its size means nothing. A failure gives
+ * 0: with TS_ERR_MEMORY, or with TS_ERR_ARGUMENT for other options. On success the error code stays
+ * as it was, but for TS_OPT_IGNORE_WIDTH and the binary sort, which clear it. Negative lengths are
+ * up to the terminator.
+ * @{
+ */
+
+/** Compares two strings. TS_OPT_STRIP_BLANKS is known with TS_OPT_IGNORE_WIDTH alone. */
+TS_API int32_t TSStrcoll(TSLocale* locale, const char* string1, int32_t length1,
+                         const char* string2, int32_t length2, uint32_t options);
+
+/** TSStrcoll() of stateful strings. TS_OPT_STRIP_BLANKS is not known. */
+TS_API int32_t TSStrcollEx(TSLocale* locale, const char* string1, int32_t state1, int32_t length1,
+                           const char* string2, int32_t state2, int32_t length2, uint32_t options);
+
+/**
+ * TS_OPT_CHAR_COUNT is refused. The blank that TS_OPT_STRIP_BLANKS strips has the bytes 0x00, 0x20
+ * as they are stored.
+ */
+TS_API int32_t TSStrcollU(TSLocale* locale, const TSChar16* string1, int32_t length1,
+                          const TSChar16* string2, int32_t length2, uint32_t options);
+
+/** TS_OPT_CHAR_COUNT has no effect. */
+TS_API int32_t TSWcscoll(TSLocale* locale, const TSChar32* string1, int32_t length1,
+                         const TSChar32* string2, int32_t length2, uint32_t options);
+
+/** @} */
+
+/**
+ * @name Sort keys
+ *
+ * A key is a string of bytes, zeros among them. Keys of one locale and one option, compared byte by
+ * byte as memcmp() does, a shorter one first where it begins the other, rank strings by the
+ * locale's sort: make it once, and sort or index by it. In a locale with the binary sort a key is
+ * the text itself, numbers with the high byte first.
+ *
+ * `size` is that of the buffer in bytes. Options are 0, TS_OPT_IGNORE_CASE or TS_OPT_IGNORE_WIDTH;
+ * a negative length is up to the terminator. TS_OPT_CHAR_COUNT, which has no effect in the `U` and
+ * `Wcs` members, says that the length counts characters.
+ *
+ * @return the length of the key. One above `size` means that the key was not written: call again
+ *         with a buffer of that size, and 3 bytes more if it is not aligned to 4. Folded text of
+ *         the binary sort is written as far as it fits. -1 with TS_ERR_ARGUMENT or TS_ERR_MEMORY is
+ *         a failure; on success the error code stays as it was.
+ * @{
+ */
+
+/** Makes the key of a string. That of an empty string has three zero bytes. */
+TS_API int32_t TSStrxfrm(TSLocale* locale, char* buffer, int32_t size, const char* string,
+                         int32_t length, uint32_t options);
+
+/** TSStrxfrm() of a stateful string. */
+TS_API int32_t TSStrxfrmEx(TSLocale* locale, char* buffer, int32_t size, const char* string,
+                           int32_t state, int32_t length, uint32_t options);
+TS_API int32_t TSStrxfrmU(TSLocale* locale, char* buffer, int32_t size, const TSChar16* string,
+                          int32_t length, uint32_t options);
+TS_API int32_t TSWcsxfrm(TSLocale* locale, char* buffer, int32_t size, const TSChar32* string,
+                         int32_t length, uint32_t options);
+
+/** @} */
+
+/**
+ * @name Search
+ *
+ * Finds the first place in string 1 where string 2 occurs. Options are 0, which compares bytes at
+ * the beginning of characters, and TS_OPT_IGNORE_CASE or TS_OPT_IGNORE_WIDTH, which compare by
+ * collation, and in a single-byte locale by TSStrcmp() with case ignored. Negative lengths are up
+ * to the terminator.
+ *
+ * @return the place; string 1 for an empty string 2; null if there is none, or with TS_ERR_ARGUMENT
+ *         for other options. A comparison that fails reads as a match.
+ * @{
+ */
+
+/**
+ * Where case is ignored in a multi-byte locale, places are tried only if the first character of
+ * string 1 is that of string 2 but for case.
+ *
+ * @param options TS_OPT_CHAR_COUNT, too: lengths count characters, and 0 is the whole string unless
+ *        width is ignored.
+ */
+TS_API char* TSStrstr(TSLocale* locale, const char* string1, int32_t length1, const char* string2,
+                      int32_t length2, uint32_t options);
+
+/** TSStrstr() of stateful strings; `matchState` receives the state where the search ended. */
+TS_API char* TSStrstrEx(TSLocale* locale, const char* string1, int32_t state1, int32_t length1,
+                        const char* string2, int32_t state2, int32_t length2, int32_t* matchState,
+                        uint32_t options);
+TS_API TSChar16* TSStrstrU(TSLocale* locale, const TSChar16* string1, int32_t length1,
+                           const TSChar16* string2, int32_t length2, uint32_t options);
+
+/** With an option string 2 is found at the head of string 1 or not at all. */
+TS_API TSChar32* TSWcsstr(TSLocale* locale, const TSChar32* string1, int32_t length1,
+                          const TSChar32* string2, int32_t length2, uint32_t options);
+
+/** @} */
+
+/**
+ * @name Numbers, money and times as text
+ *
+ * A number or an amount is written with the point, the separator, the group sizes and the digits of
+ * the locale, in the digits of its code page. Options of all these functions:
+ *
+ * | Option | Meaning |
+ * |---|---|
+ * | TS_OPT_OBJECT_VALUE | the values of the locale's objects, not those of the handle |
+ * | TS_OPT_TERMINATE | write a terminator, for which a place of the size is kept |
+ * | TS_OPT_CHAR_COUNT | size and result count characters; `U` and `W` members take no notice |
+ *
+ * Text that does not fit is cut on the right, with TS_ERR_BUFFER. Nothing here allocates memory.
+ * The page docs/oddities.md lists the results that look strange and are meant.
+ * @{
+ */
+
+/**
+ * Writes a whole number.
+ *
+ * @param options also TS_OPT_UNSIGNED: the value is one of unsigned 32 bits.
+ * @return bytes or characters written, the terminator included; 0 with TS_ERR_BUFFER if the size is
+ *         0, -1 with TS_ERR_ARGUMENT if the options are refused.
+ */
+TS_API int32_t TSLongToString(TSLocale* locale, int32_t value, char* destination, int32_t size,
+                              uint32_t options);
+
+/** TSLongToString() into text that is in `state`: a shift byte goes first where one is needed. */
+TS_API int32_t TSLongToStringEx(TSLocale* locale, int32_t value, char* destination, int32_t state,
+                                int32_t size, uint32_t options);
+TS_API int32_t TSLongToStringU(TSLocale* locale, int32_t value, TSChar16* destination, int32_t size,
+                               uint32_t options);
+TS_API int32_t TSLongToStringW(TSLocale* locale, int32_t value, TSChar32* destination, int32_t size,
+                               uint32_t options);
+
+/**
+ * Writes a double with TS_LI_FRAC_DIGITS digits behind the point: those of six rounded digits, cut
+ * and not rounded again. The point is always written. Beyond six digits five are shown and zeros
+ * for all others but one.
+ *
+ * @return as TSLongToString() does; a last character that does not fit is no error.
+ */
+TS_API int32_t TSDoubleToString(TSLocale* locale, double value, char* destination, int32_t size,
+                                uint32_t options);
+
+/**
+ * TSDoubleToString() into text that is in `state`. Where characters are counted the number
+ * overwrites the shift byte.
+ */
+TS_API int32_t TSDoubleToStringEx(TSLocale* locale, double value, char* destination, int32_t state,
+                                  int32_t size, uint32_t options);
+TS_API int32_t TSDoubleToStringU(TSLocale* locale, double value, TSChar16* destination,
+                                 int32_t size, uint32_t options);
+TS_API int32_t TSDoubleToStringW(TSLocale* locale, double value, TSChar32* destination,
+                                 int32_t size, uint32_t options);
+
+/**
+ * Writes an amount of money: the currency symbol, a sign or parentheses by the locale's sign
+ * position, and the amount as TSDoubleToString() shapes it, with the monetary values.
+ *
+ * @param options also TS_OPT_INTERNATIONAL: the international symbol and its number of digits.
+ * @return as TSLongToString() does.
+ */
+TS_API int32_t TSCurrencyToString(TSLocale* locale, double value, char* destination, int32_t size,
+                                  uint32_t options);
+TS_API int32_t TSCurrencyToStringEx(TSLocale* locale, double value, char* destination,
+                                    int32_t state, int32_t size, uint32_t options);
+TS_API int32_t TSCurrencyToStringU(TSLocale* locale, double value, TSChar16* destination,
+                                   int32_t size, uint32_t options);
+TS_API int32_t TSCurrencyToStringW(TSLocale* locale, double value, TSChar32* destination,
+                                   int32_t size, uint32_t options);
+
+/** @} */
+
+/**
+ * @name Numbers from text
+ *
+ * These read the longest number at the start of a text, and tell where it ends. A text without a
+ * number is no error: the result is 0. Options:
+ *
+ * | Option | Meaning |
+ * |---|---|
+ * | TS_OPT_OBJECT_VALUE | the values of the locale's objects, not those of the handle |
+ * | TS_OPT_MAP_DIGITS | every digit of the code page reads as its ASCII digit |
+ * | TS_OPT_MONETARY | the monetary separators, and the sign texts of the locale |
+ * | TS_OPT_CHAR_COUNT | the length counts characters; `U` and `W` members take no notice |
+ *
+ * Blanks before the number are skipped. Separators may stand between digits anywhere.
+ * @{
+ */
+
+/**
+ * Reads a whole number. One that is too large gives the nearest that fits, without an error.
+ *
+ * @param end takes the position of what was not read, if it is not null.
+ * @param base 2 to 36; 0 for 10, or as a leading 0 (8) or 0x (16) tells.
+ * @param options also TS_OPT_UNSIGNED: the result is one of unsigned 32 bits, and no minus sign is
+ *        read.
+ * @return the number; 0 with TS_ERR_BASE or TS_ERR_ARGUMENT if base or options are refused.
+ */
+TS_API int32_t TSStringToLong(TSLocale* locale, const char* string, int32_t length, char** end,
+                              int32_t base, uint32_t options);
+
+/** TSStringToLong() of stateful text, with the state at its start and the one at `end`. */
+TS_API int32_t TSStringToLongEx(TSLocale* locale, const char* string, int32_t state, int32_t length,
+                                char** end, int32_t* endState, int32_t base, uint32_t options);
+TS_API int32_t TSStringToLongU(TSLocale* locale, const TSChar16* string, int32_t length,
+                               TSChar16** end, int32_t base, uint32_t options);
+TS_API int32_t TSStringToLongW(TSLocale* locale, const TSChar32* string, int32_t length,
+                               TSChar32** end, int32_t base, uint32_t options);
+
+/**
+ * Reads a double. An exponent, with D or E, is read behind a point only: 1.e5, not 1e5.
+ *
+ * @param end takes the position of what was not read, if it is not null; refused options leave it
+ *        alone.
+ * @return the number; 0 with TS_ERR_ARGUMENT if the options are refused.
+ */
+TS_API double TSStringToDouble(TSLocale* locale, const char* string, int32_t length, char** end,
+                               uint32_t options);
+TS_API double TSStringToDoubleEx(TSLocale* locale, const char* string, int32_t state,
+                                 int32_t length, char** end, int32_t* endState, uint32_t options);
+TS_API double TSStringToDoubleU(TSLocale* locale, const TSChar16* string, int32_t length,
+                                TSChar16** end, uint32_t options);
+TS_API double TSStringToDoubleW(TSLocale* locale, const TSChar32* string, int32_t length,
+                                TSChar32** end, uint32_t options);
+
+/** @} */
+
+/**
+ * @name Times as text
+ *
+ * A pattern is text with directives, each a percent sign, the letter of a directive, and between
+ * the two a number sign if wanted. The page docs/patterns.md has the language.
+ * @{
+ */
+
+/** A broken-down time. Nothing here computes a date: each directive has its field. */
+typedef struct TSTimeFields {
+    int32_t seconds;
+    int32_t minutes;
+    int32_t hours; /**< 0 to 23 */
+    int32_t dayOfMonth;
+    int32_t month;     /**< 0 to 11 */
+    int32_t year;      /**< less 1900 */
+    int32_t dayOfWeek; /**< 0 is Sunday */
+    int32_t dayOfYear; /**< 0 to 365 */
+} TSTimeFields;
+
+/**
+ * Writes a time by a pattern.
+ *
+ * @param options TS_OPT_OBJECT_VALUE, TS_OPT_TERMINATE, TS_OPT_CHAR_COUNT.
+ * @return bytes or characters written, the terminator included, also behind a failure:
+ * TS_ERR_BUFFER if the text does not fit, or ends with a number just at the size; TS_ERR_NOT_FOUND
+ * for a field outside its range; TS_ERR_DIRECTIVE for an unknown directive. -1 with TS_ERR_ARGUMENT
+ * if the options are refused.
+ */
+TS_API int32_t TSTimeToString(TSLocale* locale, const TSTimeFields* time, char* destination,
+                              int32_t size, const char* pattern, int32_t patternLength,
+                              uint32_t options);
+
+/** TSTimeToString() of stateful text: the states are those at the start of both texts. */
+TS_API int32_t TSTimeToStringEx(TSLocale* locale, const TSTimeFields* time, char* destination,
+                                int32_t state, int32_t size, const char* pattern,
+                                int32_t patternState, int32_t patternLength, uint32_t options);
+TS_API int32_t TSTimeToStringU(TSLocale* locale, const TSTimeFields* time, TSChar16* destination,
+                               int32_t size, const TSChar16* pattern, int32_t patternLength,
+                               uint32_t options);
+TS_API int32_t TSTimeToStringW(TSLocale* locale, const TSTimeFields* time, TSChar32* destination,
+                               int32_t size, const TSChar32* pattern, int32_t patternLength,
+                               uint32_t options);
+
+/**
+ * Reads a time by a pattern: literal characters have to match, directives read their fields, and
+ * all other fields stay as they are. It ends well as soon as text or pattern is used up.
+ *
+ * @param options TS_OPT_OBJECT_VALUE, TS_OPT_CHAR_COUNT.
+ * @return bytes or characters read; -1 with TS_ERR_NOT_FOUND for a text that does not match,
+ *         TS_ERR_DIRECTIVE for an unknown directive, TS_ERR_ARGUMENT for refused options. The
+ *         fields are of no use then.
+ */
+TS_API int32_t TSStringToTime(TSLocale* locale, TSTimeFields* time, const char* string,
+                              int32_t length, const char* pattern, int32_t patternLength,
+                              uint32_t options);
+TS_API int32_t TSStringToTimeEx(TSLocale* locale, TSTimeFields* time, const char* string,
+                                int32_t state, int32_t length, const char* pattern,
+                                int32_t patternState, int32_t patternLength, uint32_t options);
+TS_API int32_t TSStringToTimeU(TSLocale* locale, TSTimeFields* time, const TSChar16* string,
+                               int32_t length, const TSChar16* pattern, int32_t patternLength,
+                               uint32_t options);
+TS_API int32_t TSStringToTimeW(TSLocale* locale, TSTimeFields* time, const TSChar32* string,
+                               int32_t length, const TSChar32* pattern, int32_t patternLength,
+                               uint32_t options);
+
+/** @} */
+
+/**
+ * @name Message catalogs
+ *
+ * A catalog is a file of numbered sets of numbered messages, written in one locale. It is searched
+ * by templates, paths that are parted by `;`:
+ *
+ * | In a template | Stands for |
+ * |---|---|
+ * | `%N` | the name of the catalog |
+ * | `%l` | the code of the language, such as `DE` |
+ * | `%t` | the code of the territory, such as `DEU` |
+ * | `%L` | both, with `_` between them |
+ * | `%%` | a percent sign |
+ *
+ * Codes are written in the code page of the locale; `;`, `%`, `_` and the letters are ASCII. Empty
+ * paths and paths of more than 255 bytes are passed over.
+ *
+ * A slim catalog reads its file for each message and belongs to one thread at a time; several
+ * threads may read from a preloaded one as long as all messages are found. A catalog borrows the
+ * locale that it was opened with.
+ * @{
+ */
+
+/**
+ * Finds a catalog and opens it. The templates of `templates` come first, then those of the
+ * environment variable `TS_NLSPATH`, of which 511 bytes count, then `name` itself. If no file is
+ * found the search is done once more with the codes of the default language.
+ *
+ * In the slim form the file is not looked at before the first message.
+ *
+ * @param templates may be null or empty.
+ * @param flags 0: slim, two searches; TS_CATALOG_SEARCH_ONCE: slim, one search;
+ *        TS_CATALOG_PRELOAD: preloaded, one search.
+ * @return the catalog, which the caller gives to TSCloseCatalog(), or null with TS_ERR_ARGUMENT,
+ *         TS_ERR_MEMORY, TS_ERR_NO_CATALOG or the code of a file that could not be mapped.
+ */
+TS_API TSCatalog* TSOpenCatalog(TSLocale* locale, const char* templates, const char* name,
+                                uint32_t flags);
+TS_API TSCatalog* TSOpenCatalogU(TSLocale* locale, const TSChar16* templates, const TSChar16* name,
+                                 uint32_t flags);
+TS_API TSCatalog* TSOpenCatalogW(TSLocale* locale, const TSChar32* templates, const TSChar32* name,
+                                 uint32_t flags);
+
+/**
+ * Closes a catalog. The locale that its texts are in stays until the process ends.
+ *
+ * @return 0, or TS_ERR_NULL_CATALOG.
+ */
+TS_API int32_t TSCloseCatalog(TSCatalog* catalog);
+
+/**
+ * Writes a message in the code page of the catalog's locale. One that is too long is cut at a whole
+ * character, and that is no error; a message has its terminator always.
+ *
+ * @param set, message numbers from 1.
+ * @param size in bytes, terminator included; below 1 the output is one byte all the same.
+ * @param defaultText what to write where the message is missing, or null. It is copied without its
+ *        terminator where it does not fit.
+ * @return 0; TS_ERR_NO_MESSAGE, with the same code in the locale, without a message and a default
+ *         text.
+ */
+TS_API int32_t TSGetMessage(TSCatalog* catalog, int32_t set, int32_t message, char* output,
+                            int32_t size, const char* defaultText);
+
+/**
+ * TSGetMessage() in the other forms. The last element of the output is 0 in any case, so that a
+ * default text has its terminator, too. A null output gives TS_ERR_NO_MESSAGE, with TS_ERR_ARGUMENT
+ * in the locale; without memory it is TS_ERR_MEMORY there.
+ */
+TS_API int32_t TSGetMessageU(TSCatalog* catalog, int32_t set, int32_t message, TSChar16* output,
+                             int32_t size, const TSChar16* defaultText);
+TS_API int32_t TSGetMessageW(TSCatalog* catalog, int32_t set, int32_t message, TSChar32* output,
+                             int32_t size, const TSChar32* defaultText);
 
 /** @} */
 

@@ -2,9 +2,10 @@
 // trie ends within a character's length, and no offset or index leaves its section.
 #include "chars/codepage.hpp"
 
+#include "chars/tables.hpp"
+
 namespace {
 
-using vlx::kNoUnicode;
 using vlx::kUtf8CodePage;
 
 std::uint8_t byteAt(const char* string, int index)
@@ -25,72 +26,6 @@ struct Unpacked {
     explicit Unpacked(TSChar32 value) { TSCpPutWide(bytes, value); }
     char bytes[4] = {};
 };
-
-// Deliberate: no test of the continuation bytes or of the shortest form.
-TSChar16 utf8ToUnicode(const char* string)
-{
-    const unsigned lead = byteAt(string, 0);
-    const unsigned second = byteAt(string, 1) & 0x3Fu;
-    if (lead >= 0xE0)
-        return static_cast<TSChar16>((lead & 0x0F) << 12 | second << 6 |
-                                     (byteAt(string, 2) & 0x3Fu));
-    return static_cast<TSChar16>((lead & 0x1F) << 6 | second);
-}
-
-TSChar32 unicodeToUtf8(TSChar16 unicode)
-{
-    const TSChar32 value = unicode;
-    if (value <= 0x7F)
-        return value;
-    if (value <= 0x7FF)
-        return (value & 0x7C0) * 4 | (value & 0x3F) | 0xC080;
-    return (value & 0xF000) * 16 | (value & 0xFC0) * 4 | (value & 0x3F) | 0xE08080;
-}
-
-TSChar16 walkToUnicode(const TSObject* object, const char* string)
-{
-    const std::uint8_t* const section = object->sections[1];
-    if (!section) // a single-byte page: no value above 255 is a character
-        return kNoUnicode;
-    const auto* const nodes = reinterpret_cast<const TSUnicodeNode*>(section);
-    const TSUnicodeNode* node = nodes;
-    for (std::uint8_t byte = byteAt(string, 0);; byte = byteAt(++string, 0)) {
-        if (byte < node->low || byte > node->high)
-            return kNoUnicode;
-        const unsigned index = node->base + (byte & node->mask);
-        if (node->isLeaf) {
-            const auto* const values =
-                reinterpret_cast<const vlx::Le16*>(section + tsCodePage(object).leafTableOffset);
-            return values[index];
-        }
-        node = nodes + index;
-    }
-}
-
-// The packed value that a page's arrays hold at `index`.
-TSChar32 pageValue(const TSObject* object, const TSUnicodePage& page, unsigned index)
-{
-    const auto byteOf = [index](const std::uint8_t* section, unsigned offset) {
-        return TSChar32{section[offset + index]};
-    };
-    const auto wordOf = [index](const std::uint8_t* section, unsigned offset) {
-        return TSChar32{reinterpret_cast<const vlx::Le16*>(section + offset)[index]};
-    };
-    const std::uint8_t* const low = object->sections[2];
-    const std::uint8_t* const high = object->sections[3];
-    switch (page.kind) {
-    case vlx::kPageByte:
-        return byteOf(low, page.offset3);
-    case vlx::kPageWord:
-        return wordOf(low, page.offset3);
-    case vlx::kPageWordByte:
-        return byteOf(high, page.offset4) << 16 | wordOf(low, page.offset3);
-    case vlx::kPageWordWord:
-        return wordOf(high, page.offset4) << 16 | wordOf(low, page.offset3);
-    default: // vlx::kPageByteByte, the last kind that passes the check at load
-        return byteOf(high, page.offset4) << 8 | byteOf(low, page.offset3);
-    }
-}
 
 const TSTypeRecord* walkToRecord(const TSObject* object, const char* string)
 {
@@ -183,7 +118,8 @@ std::int32_t TSCpCharsToBytesWithin(const TSObject* object, const char* string, 
 
 TSChar16 TSCpMbToUnicode(const TSObject* object, const char* string)
 {
-    return object->id == kUtf8CodePage ? utf8ToUnicode(string) : walkToUnicode(object, string);
+    return object->id == kUtf8CodePage ? vlx::utf8ToUnicode(string)
+                                       : vlx::UnicodeTrie(object).value(string);
 }
 
 TSChar16 TSCpWideToUnicode(const TSObject* object, TSChar32 value)
@@ -193,26 +129,13 @@ TSChar16 TSCpWideToUnicode(const TSObject* object, TSChar32 value)
 
 std::int32_t TSCpUnicodeToMb(const TSObject* object, TSChar16 value, char* output)
 {
-    if (object->id == kUtf8CodePage)
-        return TSCpPutWide(output, unicodeToUtf8(value));
-    const TSUnicodePage& page = tsCodePage(object).unicodePages[value >> 8];
-    const auto low = static_cast<std::uint8_t>(value);
-    if (low < page.low || low > page.high) {
-        *output = static_cast<char>(tsCodePage(object).substChar);
-        return 1;
-    }
-    return TSCpPutWide(output, pageValue(object, page, low & page.mask));
+    return TSCpPutWide(output, TSCpUnicodeToWide(object, value));
 }
 
 TSChar32 TSCpUnicodeToWide(const TSObject* object, TSChar16 value)
 {
-    if (object->id == kUtf8CodePage)
-        return unicodeToUtf8(value);
-    const TSUnicodePage& page = tsCodePage(object).unicodePages[value >> 8];
-    const auto low = static_cast<std::uint8_t>(value);
-    if (low < page.low || low > page.high)
-        return tsCodePage(object).substChar;
-    return pageValue(object, page, low & page.mask);
+    return object->id == kUtf8CodePage ? vlx::unicodeToUtf8(value)
+                                       : vlx::UnicodePages(object).packed(value);
 }
 
 const TSTypeRecord* TSCpCharTypeRecord(const TSObject* object, const char* string)

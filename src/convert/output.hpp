@@ -5,6 +5,8 @@
 #include <cstring>
 
 #include "chars/form.hpp"
+#include "convert/encode.hpp"
+#include "convert/source.hpp"
 #include "frame/globals.hpp"
 #include "strings/length.hpp"
 
@@ -41,9 +43,10 @@ class ByteOutput {
     // `state` is -1 where the output takes no shift bytes.
     ByteOutput(const TSLocale& locale, char* output, std::int32_t state, std::int32_t size,
                const ConversionOptions& options)
-        : object_(locale.codePage), output_(output), stateful_(state >= 0),
-          state_(stateful_ ? state : 0), size_(options.terminate() ? size - 1 : size),
-          counted_(options.counted), terminate_(options.terminate())
+        : object_(locale.codePage), traits_(locale.pageTraits), output_(output),
+          stateful_(state >= 0), state_(stateful_ ? state : 0),
+          size_(options.terminate() ? size - 1 : size), counted_(options.counted),
+          terminate_(options.terminate())
     {
     }
 
@@ -52,6 +55,33 @@ class ByteOutput {
     {
         char bytes[4];
         return putBytes(bytes, TSCpUnicodeToMb(object_, value, bytes));
+    }
+
+    // Writes the characters of values while they fit, and gives their number.
+    std::int32_t put(const TSChar16* values, std::int32_t count)
+    {
+        std::int32_t done = 0;
+        if (!counted_) {
+            char* at = output_ + written_;
+            done =
+                encode({object_, traits_, stateful_}, values, count, at, output_ + size_, state_);
+            written_ = static_cast<std::int32_t>(at - output_);
+        }
+        while (done < count && put(values[done]))
+            ++done;
+        return done;
+    }
+
+    // Writes one byte for each of some values, and gives their number.
+    std::int32_t putSingle(const TSChar16* values, std::int32_t count)
+    {
+        if (counted_)
+            return 0;
+        char* at = output_ + written_;
+        const std::int32_t done =
+            encodeSingle(object_, traits_, values, count, at, output_ + size_);
+        written_ += done;
+        return done;
     }
 
     bool putBytes(const char* bytes, std::int32_t length)
@@ -113,6 +143,7 @@ class ByteOutput {
     }
 
     const TSObject* const object_;
+    const unsigned traits_;
     char* const output_;
     const bool stateful_;
     std::int32_t state_;
@@ -127,10 +158,22 @@ class ByteOutput {
 template <class Source>
 std::int32_t convertTo(ByteOutput output, Source source, bool terminateIfRoom)
 {
-    bool fits = true;
-    for (TSChar16 value; fits && source.next(value);)
-        fits = output.put(value);
-    return output.finish(terminateIfRoom && fits && source.whole());
+    constexpr std::int32_t kValues = 512;
+    TSChar16 values[kValues];
+    std::int32_t count = 0;
+    std::int32_t done = 0;
+    do {
+        count = readValues(source, values, kValues);
+        done = output.put(values, count);
+    } while (count == kValues && done == count);
+    return output.finish(terminateIfRoom && done == count && source.whole());
+}
+
+// The same for 16-bit text, which is its own values.
+inline std::int32_t convertTo(ByteOutput output, const UnicodeSource& source, bool terminateIfRoom)
+{
+    const auto count = static_cast<std::int32_t>(source.end - source.at);
+    return output.finish(output.put(source.at, count) == count && terminateIfRoom);
 }
 
 // An empty text in plain bytes: a terminator where it was asked for. Gives the result.

@@ -1,21 +1,27 @@
 // Where a conversion reads: each source gives the Unicode values of its text one by one.
 //
+//     bulk    some values at once, as many as are quickly had; gives their number
 //     next    the next value; false at the end, or before a character that the end cuts off
 //     whole   whether all of the text was given
 #pragma once
 
 #include <cstdint>
 
-#include "chars/form.hpp"
+#include "convert/decode.hpp"
 
 namespace vlx {
 
 // Bytes of a single-byte page. A byte whose length is not 1 asks the multi-byte table.
 struct SingleSource {
     const TSObject* object;
+    unsigned traits; // of the code page
     const char* at;
     const char* end;
 
+    std::int32_t bulk(TSChar16* values, std::int32_t room)
+    {
+        return decodeSingle(object, traits, at, end, values, room);
+    }
     bool next(TSChar16& value)
     {
         if (at == end)
@@ -36,9 +42,14 @@ struct SingleSource {
 // Bytes of a page without states.
 struct MultiSource {
     const TSObject* object;
+    unsigned traits;
     const char* at;
     const char* end;
 
+    std::int32_t bulk(TSChar16* values, std::int32_t room)
+    {
+        return decodeMulti(object, traits, at, end, values, room);
+    }
     bool next(TSChar16& value)
     {
         if (at == end)
@@ -62,6 +73,10 @@ struct ShiftSource {
     const char* end;
     std::int32_t state;
 
+    std::int32_t bulk(TSChar16* values, std::int32_t room)
+    {
+        return decodeShifted(object, at, end, state, values, room);
+    }
     bool next(TSChar16& value)
     {
         if (!settle())
@@ -109,6 +124,7 @@ struct PackedSource {
     const TSChar32* at;
     const TSChar32* end;
 
+    std::int32_t bulk(TSChar16*, std::int32_t) { return 0; }
     bool next(TSChar16& value)
     {
         if (at == end)
@@ -119,14 +135,25 @@ struct PackedSource {
     bool whole() const { return at == end; }
 };
 
+// Reads values until the source or the room ends, and gives their number.
+template <class Source>
+std::int32_t readValues(Source& source, TSChar16* values, std::int32_t room)
+{
+    std::int32_t count = source.bulk(values, room);
+    while (count < room && source.next(values[count]))
+        ++count;
+    return count;
+}
+
 // Calls `member` with the source of a locale's plain text.
 template <class Member>
 auto withPlainSource(const TSLocale& locale, const char* input, std::int32_t length,
                      const Member& member)
 {
+    const char* const end = input + length;
     if (locale.flags & kLocaleSingleByte)
-        return member(SingleSource{locale.codePage, input, input + length});
-    return member(MultiSource{locale.codePage, input, input + length});
+        return member(SingleSource{locale.codePage, locale.pageTraits, input, end});
+    return member(MultiSource{locale.codePage, locale.pageTraits, input, end});
 }
 
 } // namespace vlx

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <cstring>
 
-#include "chars/form.hpp"
+#include "convert/encode.hpp"
 #include "convert/handle.hpp"
+#include "convert/source.hpp"
 #include "frame/globals.hpp"
 #include "frame/trace.hpp"
 #include "locale/locale.hpp"
@@ -32,6 +33,8 @@ class SliceConversion {
 
   private:
     int32_t drainPending();
+    void convertBulk();
+    int32_t decodeBulk(TSChar16* values, int32_t room, int32_t bytes);
     int32_t completePartial(TSChar16& value);
     int32_t read(TSChar16& value);
     int32_t readWhole(TSChar16& value);
@@ -92,10 +95,59 @@ int32_t SliceConversion::run()
     result = handle_.partialCount ? completePartial(value) : read(value);
     while (result == kGoesOn) {
         result = write(value);
-        if (result == kGoesOn)
+        if (result == kGoesOn) {
+            convertBulk();
             result = read(value);
+        }
     }
     return result;
+}
+
+// Converts characters that are whole and surely fit.
+void SliceConversion::convertBulk()
+{
+    constexpr int32_t kValues = 512;
+    constexpr int32_t kWorthIt = 16;
+    TSChar16 values[kValues];
+    for (;;) {
+        const int32_t room = std::min(outputCount_ / vlx::kMostBytes, kValues);
+        // Of more than the low 16 bits of the count, the rest is another call's.
+        const int32_t bytes = inputCount_ & 0xFFFF;
+        if (room < kWorthIt || bytes < kWorthIt)
+            return;
+        const int32_t count = decodeBulk(values, room, bytes);
+        if (count == 0)
+            return;
+        int32_t state = handle_.targetState;
+        char* const end = output_ + outputCount_;
+        const int32_t done = vlx::encode({target_, handle_.targetLocale->pageTraits, targetShifts_},
+                                         values, count, output_, end, state);
+        outputCount_ = static_cast<int32_t>(end - output_);
+        handle_.targetState = static_cast<uint8_t>(state);
+        for (int32_t i = done; i < count; ++i)
+            write(values[i]);
+    }
+}
+
+// Reads from the next bytes of the input, which are offered without its last few: they may have to
+// be kept.
+int32_t SliceConversion::decodeBulk(TSChar16* values, int32_t room, int32_t bytes)
+{
+    const char* const begin = input_;
+    const char* const end = begin + bytes - TSConversion::kMaxChar;
+    const TSLocale& locale = *handle_.sourceLocale;
+    int32_t count = 0;
+    if (sourceShifts_) {
+        int32_t state = handle_.sourceState;
+        count = vlx::decodeShifted(source_, input_, end, state, values, room);
+        handle_.sourceState = static_cast<uint8_t>(state);
+    } else if (locale.flags & vlx::kLocaleSingleByte) {
+        count = vlx::decodeSingle(source_, locale.pageTraits, input_, end, values, room);
+    } else {
+        count = vlx::decodeMulti(source_, locale.pageTraits, input_, end, values, room);
+    }
+    inputCount_ -= static_cast<int32_t>(input_ - begin);
+    return count;
 }
 
 int32_t SliceConversion::drainPending()

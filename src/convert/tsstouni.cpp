@@ -17,7 +17,6 @@ int32_t TSStringToUnicode(TSChar16* output, int32_t count, TSLocale* handle, con
         TS_RETURN(0);
     const int32_t bytes = vlx::inputBytes(*locale, input, 0, length, wanted.counted);
     TS_RETURN(vlx::withPlainSource(*locale, input, bytes, [&](const auto& text) {
-        return convertToElements(output, count, text, wanted.terminate(), length < 0,
-                                 vlx::sameValue);
+        return convertToUnits(output, count, text, wanted.terminate(), length < 0);
     }));
 }

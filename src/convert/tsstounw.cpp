@@ -16,7 +16,7 @@ int32_t TSStringToUnicodeW(TSChar16* output, int32_t outputCount, TSLocale* hand
     if (outputCount <= 0)
         TS_RETURN(0);
     const int32_t count = inputCount < 0 ? vlx::unitsOf(input) : inputCount;
-    TS_RETURN(vlx::convertToElements(output, outputCount,
-                                     vlx::PackedSource{locale->codePage, input, input + count},
-                                     wanted.terminate(), inputCount < 0, vlx::sameValue));
+    TS_RETURN(vlx::convertToUnits(output, outputCount,
+                                  vlx::PackedSource{locale->codePage, input, input + count},
+                                  wanted.terminate(), inputCount < 0));
 }

@@ -18,7 +18,7 @@ int32_t TSStringToUnicodeEx(TSChar16* output, int32_t count, TSLocale* handle, c
     if (count <= 0)
         TS_RETURN(0);
     const int32_t bytes = vlx::inputBytes(*locale, input, state, length, wanted.counted);
-    TS_RETURN(vlx::convertToElements(
-        output, count, vlx::ShiftSource{locale->codePage, input, input + bytes, state},
-        wanted.terminate(), length < 0, vlx::sameValue));
+    TS_RETURN(vlx::convertToUnits(output, count,
+                                  vlx::ShiftSource{locale->codePage, input, input + bytes, state},
+                                  wanted.terminate(), length < 0));
 }

@@ -23,7 +23,7 @@ int32_t TSUnicodeToString(TSLocale* handle, char* output, int32_t size, const TS
         TS_RETURN(convertTo(sink, source, count < 0));
 
     // A single-byte page: one byte for each value, whatever its tables hold.
-    int32_t done = 0;
+    int32_t done = sink.putSingle(input, units);
     char bytes[4];
     for (bool fits = true; fits && done < units; done += fits) {
         TSCpUnicodeToMb(locale->codePage, input[done], bytes);

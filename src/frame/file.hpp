@@ -34,6 +34,9 @@ std::uint32_t TSReadFile(TSFile* file, void* buffer, std::uint32_t count, std::i
 // Moves the position; 0, or 1 for a failure. `whence` is TS_SEEK_SET and so on.
 std::int32_t TSSeekFile(TSFile* file, std::int32_t offset, std::int32_t whence);
 
+// The size of a file in bytes; false if it cannot be told or has no 32 bits.
+bool TSFileSize(TSFile* file, std::uint32_t* size);
+
 // The bytes of a file at `offset`, read-only, valid until TSUnloadFile; null with a code, or with
 // code 0 for a size of 0.
 const void* TSLoadFile(TSFile* file, std::uint32_t offset, std::uint32_t size, std::int32_t* code);

@@ -10,6 +10,14 @@
 struct TSAliasNode;
 struct TSFile;
 
+// What the load of a sort has found out about it. Zero says nothing of a sort and costs time alone.
+struct TSSortTraits {
+    bool isForward;      // no element is backward on a level on which it has a weight
+    bool isWithout4;     // nothing has a level 4 weight
+    bool isOrdered;      // expansions and contractions stand in strictly ascending order
+    std::uint64_t alone; // by the low six bits of a value: set if it begins no contraction
+};
+
 // One locale object. It is listed (no sections, no file), loaded (sections mapped or on the heap,
 // the file open) or built-in (static sections, no file), and stays as it is until the last TSTerm.
 struct TSObject {
@@ -21,6 +29,7 @@ struct TSObject {
     // Section 1 is published last: whoever sees it sees the others too. Code that holds an object
     // from a lookup reads them plainly; only the lookups and the load use the two functions.
     const std::uint8_t* sections[TSObjHeader::kMaxSections];
+    TSSortTraits sortTraits; // of a sort alone
 
     const std::uint8_t* section1() const { return __atomic_load_n(&sections[0], __ATOMIC_ACQUIRE); }
     void publishSection1(const std::uint8_t* section)

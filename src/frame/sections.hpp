@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-#include "frame/objfile.hpp"
+#include "frame/objman.hpp"
 
 namespace vlx {
 
@@ -32,6 +32,7 @@ std::uint8_t* copyPadded(const Section& section, std::uint32_t blockSize);
 bool languageIsSound(const Section& section);
 bool territoryIsSound(const Section& section);
 bool codePageIsSound(std::uint16_t id, const LoadedSections& sections);
+bool sortIsSound(const Section& section); // also one of size 0, which nobody reads
 
 // Copies that are safe to read, made from content that is not sound. The blocks come from
 // `allocate` and are marked as heap blocks in `copy`; false without memory, and then `copy` holds
@@ -39,5 +40,9 @@ bool codePageIsSound(std::uint16_t id, const LoadedSections& sections);
 bool rebuildLanguage(const Section& section, Section& copy);
 bool rebuildTerritory(const Section& section, Section& copy);
 bool padCodePage(std::uint16_t id, const LoadedSections& sections, LoadedSections& copy);
+bool padSort(const Section& section, Section& copy);
+
+// What is true of a sort that is sound.
+TSSortTraits sortTraitsOf(const Section& section);
 
 } // namespace vlx

@@ -14,6 +14,7 @@
 // unit's cell. The flag word is read once and decides the whole call.
 #pragma once
 
+#include <bit>
 #include <cassert>
 #include <cstdint>
 
@@ -69,6 +70,8 @@ class TraceGuard {
     {
         return static_cast<std::int64_t>(reinterpret_cast<std::uintptr_t>(pointer));
     }
+    // A double is traced by its bits, which every value has.
+    static std::int64_t asInteger(double value) { return std::bit_cast<std::int64_t>(value); }
     template <class Result>
     static std::int64_t asInteger(Result value)
     {
@@ -92,10 +95,11 @@ class TraceGuard {
 } // namespace vlx
 
 // The unit's file record and sync cell.
-#define TS_TRACE_UNIT(unit)                                                                        \
+#define TS_TRACE_UNIT(unit) TS_TRACE_UNIT_OF("Tessera", unit)
+#define TS_TRACE_UNIT_OF(component, unit)                                                          \
     namespace {                                                                                    \
     constinit std::atomic<std::uint32_t> tsTraceCell{1};                                           \
-    constinit const TRC1_FileRecord tsTraceFile{"Tessera", VLX_VERSION, unit, vlxBuildDate,        \
+    constinit const TRC1_FileRecord tsTraceFile{component, VLX_VERSION, unit, vlxBuildDate,        \
                                                 vlxBuildTime};                                     \
     }                                                                                              \
     static_assert(true)

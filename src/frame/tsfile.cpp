@@ -148,6 +148,16 @@ std::int32_t TSSeekFile(TSFile* file, std::int32_t offset, std::int32_t whence)
     TS_RETURN(moved ? 0 : 1);
 }
 
+bool TSFileSize(TSFile* file, std::uint32_t* size)
+{
+    TS_TRACE(TSFileSize);
+    std::uint64_t bytes = 0;
+    if (!host::size(file->handle, bytes) || bytes > UINT32_MAX)
+        TS_RETURN(false);
+    *size = static_cast<std::uint32_t>(bytes);
+    TS_RETURN(true);
+}
+
 const void* TSLoadFile(TSFile* file, std::uint32_t offset, std::uint32_t size, std::int32_t* code)
 {
     TS_TRACE(TSLoadFile);

@@ -136,8 +136,8 @@ bool ObjectLoader::isSound() const
         return vlx::territoryIsSound(sections[0]);
     case TS_OBJ_CODEPAGE:
         return vlx::codePageIsSound(object_.id, sections);
-    default: // nothing reads a sort's content yet
-        return true;
+    default:
+        return vlx::sortIsSound(sections[0]);
     }
 }
 
@@ -148,8 +148,10 @@ bool ObjectLoader::copySafely(LoadedSections& copy) const
         return vlx::rebuildLanguage(sections[0], copy[0]);
     case TS_OBJ_TERRITORY:
         return vlx::rebuildTerritory(sections[0], copy[0]);
-    default:
+    case TS_OBJ_CODEPAGE:
         return vlx::padCodePage(object_.id, sections, copy);
+    default:
+        return vlx::padSort(sections[0], copy[0]);
     }
 }
 
@@ -162,6 +164,8 @@ void publish(TSObject& object, const LoadedSections& sections)
             object.flags |= heapFlag(i);
     for (int i = 1; i < kSections; ++i)
         object.sections[i] = sections[i].data;
+    if (object.type == TS_OBJ_SORT)
+        object.sortTraits = vlx::sortTraitsOf(sections[0]);
     object.publishSection1(sections[0].data);
 }
 

@@ -47,6 +47,9 @@ bool read(File file, void* buffer, std::uint32_t count, std::uint32_t& done);
 // Moves the file's position.
 bool seek(File file, std::int32_t offset, Origin origin);
 
+// The size of a file in bytes.
+bool size(File file, std::uint64_t& bytes);
+
 // Removes a file.
 bool remove(const char* path);
 
@@ -82,6 +85,55 @@ std::int32_t environment(const char* name, char* buffer, std::uint32_t size);
 
 // The id of the user's locale in the numbering of the native locale table; 0 if the host has none.
 std::uint32_t userLocaleId();
+
+// Makes a locale of the native table the host's own locale of the calling thread; false if the host
+// does not know it, or has none of threads.
+bool setThreadLocale(std::uint32_t id);
+
+// What a locale of the host tells, in the numbering of Windows.
+enum class Setting : std::uint32_t {
+    kListSeparator = 0x0C,
+    kDecimalPoint = 0x0E,
+    kThousandsSeparator = 0x0F,
+    kGrouping = 0x10, // as the library's own: sizes parted by ';', a final 0 repeats the last one
+    kFractionDigits = 0x11,
+    kCurrencySymbol = 0x14,
+    kMonetaryDecimalPoint = 0x16,
+    kMonetaryThousandsSeparator = 0x17,
+    kMonetaryGrouping = 0x18,
+    kCurrencyDigits = 0x19,
+    kIntlCurrencyDigits = 0x1A,
+    kDate = 0x1F, // pictures: runs of d, M, y, g, h, H, m, s, t, and text in single quotes
+    kLongDate = 0x20,
+    kPositiveSign = 0x50,
+    kNegativeSign = 0x51,
+    kPositiveSignPosition = 0x52,
+    kNegativeSignPosition = 0x53,
+    kPositiveSymbolPrecedes = 0x54,
+    kPositiveSymbolSpaced = 0x55,
+    kNegativeSymbolPrecedes = 0x56,
+    kNegativeSymbolSpaced = 0x57,
+    kTime = 0x1003,
+    kAnsiCodePage = 0x1004, // of the narrow form
+};
+
+// A setting of a locale: as the user has changed it, or as the locale comes.
+struct SettingName {
+    std::uint32_t locale;
+    Setting setting;
+    bool changedByUser;
+};
+
+// Reads a setting, terminated. False if the host has none, or none that fits `size` elements; the
+// buffer's content is then open. Numbers are decimal ASCII.
+bool readSetting(const SettingName& name, char* text, std::uint32_t size);
+bool readSetting16(const SettingName& name, TSChar16* text, std::uint32_t size);
+
+// True if settings can be read as 16-bit text; if not, only in a code page of the host.
+bool hasSettings16();
+
+// Converts terminated text from a code page of the host; false if that fails or it does not fit.
+bool toUnicode(std::uint32_t codePage, const char* text, TSChar16* unicode, std::uint32_t size);
 
 // Compares bytes without regard to the case of ASCII letters.
 bool equalIgnoringCase(const char* left, const char* right, std::size_t length);

@@ -47,6 +47,9 @@ struct TSLocale {
     TSChar16* dateFormatU;
     TSChar16* longDateFormatU;
     std::int32_t lastError;
+    std::uint8_t pageTraits; // vlx::PageTrait bits: what the code page's tables let loops do
+    // Language_Territory.Codepage@Sort: four names of at most 33 characters and what parts them.
+    char fullName[4 * TSObjDisk::kNameSize];
 };
 
 namespace vlx {
@@ -111,8 +114,18 @@ inline constexpr LocaleSeparator kLocaleSeparator[kSeparators] = {
 // Buffers of locale names have this size; longer names are cut or allocated.
 inline constexpr std::uint32_t kLocaleNameSize = 132;
 
-// Sets the single-byte and the stateful flag by the record's code page.
+// Where TSGetUserLocale has the name from.
+inline constexpr std::int32_t kUserLocaleOfVariable = 1;
+inline constexpr std::int32_t kUserLocaleOfHost = 2;
+
+// Sets the single-byte and the stateful flag and the traits by the record's code page.
 void setCodePageFlags(TSLocale& locale);
+
+// Composes the full name anew; whoever replaces an object of the record calls it.
+void setFullName(TSLocale& locale);
+
+// The code page object that is the ASCII of object names. Null without it, with the lookup's code.
+const TSObject* asciiPage(std::int32_t* code);
 
 } // namespace vlx
 
@@ -141,9 +154,17 @@ std::int32_t TSNameFromUnicode(const TSChar16* source, std::int32_t count, char*
 std::int32_t TSNameToUnicode(const char* source, std::int32_t count, TSChar16* target,
                              std::uint32_t size);
 
-// The name of the user's locale, cut to `size`. 1 if it came from the variable TS_LANG, 2 if from
+// The name of the user's locale, cut to `size`, and where it came from: the variable TS_LANG or
 // the host.
 std::int32_t TSGetUserLocale(char* buffer, std::uint32_t size);
 
 // The locale name of a native id, "Unknown" if it is not listed; `buffer` has at least 8 bytes.
 char* TSMapNativeLocale(const std::uint32_t* nativeId, char* buffer, std::uint32_t size);
+
+// Overlays the host's settings for a native id on a record, without the user's own if `noOverride`
+// is not 0. What the host does not tell stays as it is.
+void TSApplyNativeValues(const std::uint32_t* nativeId, TSLocale* locale, std::uint32_t noOverride);
+
+// Rewrites a date or time picture of the host into a format of this library. `target` has room for
+// three units for each of the picture and a zero.
+void TSNativeTimeFormat(const TSChar16* picture, TSChar16* target);

@@ -28,7 +28,10 @@ class LocaleMaker {
 
     bool make()
     {
-        return findLanguage() && findTerritory() && findCodePage() && findSort() && setValues();
+        if (!findLanguage() || !findTerritory() || !findCodePage() || !findSort())
+            return false;
+        setFullName(locale_);
+        return setValues();
     }
 
   private:

@@ -1,4 +1,5 @@
 // TSGetLocale: a locale from a name.
+#include "host/host.hpp"
 #include "locale/make.hpp"
 
 TS_TRACE_UNIT("tsgetloc");
@@ -18,14 +19,19 @@ TSLocale* TSGetLocale(const char* name, uint32_t options, int32_t* code)
                 static_cast<int>(sizeof(TSLocale)));
 
     char userName[vlx::kLocaleNameSize];
+    bool fromHost = false;
     if (options & TS_LOCALE_USER) {
-        TSGetUserLocale(userName, sizeof userName);
+        fromHost = TSGetUserLocale(userName, sizeof userName) == vlx::kUserLocaleOfHost;
         name = userName;
     }
     using Maker = vlx::LocaleMaker<vlx::ByteName>;
     if (!Maker(*locale, name ? name : "", options, result, &tsTrace).make()) {
         TSReleaseLocale(locale);
         TS_RETURN(none);
+    }
+    if (fromHost) {
+        const std::uint32_t nativeId = vlx::host::userLocaleId();
+        TSApplyNativeValues(&nativeId, locale, 0);
     }
     result = TS_ERR_NONE;
     TS_RETURN(locale);

@@ -6,13 +6,6 @@
 
 namespace {
 
-const TSObject* asciiPage(std::int32_t* code)
-{
-    TSObject* const object =
-        TSGetObjFromID(tsGlobals->objectManager, TS_OBJ_CODEPAGE, vlx::kAsciiCodePage, 0, code);
-    return object && object->type == TS_OBJ_CODEPAGE ? object : nullptr;
-}
-
 // Units before the terminator, or `count` if it is not negative.
 template <class Unit>
 std::int32_t lengthOf(const Unit* text, std::int32_t count)
@@ -27,10 +20,17 @@ std::int32_t lengthOf(const Unit* text, std::int32_t count)
 
 } // namespace
 
+const TSObject* vlx::asciiPage(std::int32_t* code)
+{
+    TSObject* const object =
+        TSGetObjFromID(tsGlobals->objectManager, TS_OBJ_CODEPAGE, kAsciiCodePage, 0, code);
+    return object && object->type == TS_OBJ_CODEPAGE ? object : nullptr;
+}
+
 std::int32_t TSNameFromUnicode(const TSChar16* source, std::int32_t count, char* target,
                                std::uint32_t size, std::int32_t* code)
 {
-    const TSObject* const page = asciiPage(code);
+    const TSObject* const page = vlx::asciiPage(code);
     if (count < 0) {
         count = lengthOf(source, count);
         if (count < 1)
@@ -53,7 +53,7 @@ std::int32_t TSNameToUnicode(const char* source, std::int32_t count, TSChar16* t
                              std::uint32_t size)
 {
     std::int32_t code = TS_ERR_NONE;
-    const TSObject* const page = asciiPage(&code);
+    const TSObject* const page = vlx::asciiPage(&code);
     if (!page || size == 0)
         return -1;
     count = lengthOf(source, count);

@@ -45,11 +45,11 @@ std::int32_t TSGetUserLocale(char* buffer, std::uint32_t size)
     if (length < 0) {
         const std::uint32_t nativeId = host::userLocaleId();
         TSMapNativeLocale(&nativeId, buffer, size);
-        TS_RETURN(2);
+        TS_RETURN(vlx::kUserLocaleOfHost);
     }
     if (static_cast<std::uint32_t>(length) >= size)
         readLongValue(buffer, size, static_cast<std::uint32_t>(length));
-    TS_RETURN(1);
+    TS_RETURN(vlx::kUserLocaleOfVariable);
 }
 
 char* TSMapNativeLocale(const std::uint32_t* nativeId, char* buffer, std::uint32_t size)

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 76;
 constexpr std::size_t kEntryNameSize = 34;
-constexpr int kLanguageTexts = 44;
+constexpr std::size_t kLanguageHeaderSize = 102;
 
 void put16(Content& bytes, unsigned value)
 {
@@ -81,12 +81,15 @@ Content languageContent(const LanguageSpec& language)
     put16(bytes, language.sort);
     put16(bytes, 0);
     put16(bytes, 0);
-    constexpr unsigned kStrings = 102;
-    for (int i = 0; i < kLanguageTexts; ++i)
-        put16(bytes, kStrings); // all of its texts are one empty string
-    put16(bytes, kStrings + 2);
-    put16(bytes, kStrings + 2);
-    put16(bytes, 0);
+    std::size_t offset = kLanguageHeaderSize;
+    for (const std::u16string& text : language.texts) {
+        put16(bytes, static_cast<unsigned>(offset));
+        offset += 2 * (text.size() + 1);
+    }
+    put16(bytes, static_cast<unsigned>(offset));
+    put16(bytes, static_cast<unsigned>(offset));
+    for (const std::u16string& text : language.texts)
+        putText(bytes, text);
     return bytes;
 }
 

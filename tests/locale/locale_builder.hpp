@@ -13,13 +13,16 @@ namespace vlx::test {
 
 using Content = std::vector<std::uint8_t>;
 
-// A language is told by its defaults alone: nothing else of it takes part in a locale record.
 struct LanguageSpec {
+    static constexpr std::size_t kTexts = 44;
+
     std::uint16_t id = 1;
     std::string name = "English";
     std::uint16_t territory = 1;
     std::uint16_t codePage = 1;
     std::uint16_t sort = 0;
+    // Code, name, days, months, AM and PM.
+    std::array<std::u16string, kTexts> texts{};
 };
 
 enum TerritoryText {

@@ -39,6 +39,11 @@ struct Block {
     int era;
 };
 
+struct Setting {
+    std::u16string changed;
+    std::u16string original;
+};
+
 // Everything that is open carries the era in which it was opened: a reset begins a new one.
 struct State {
     std::mutex lock;
@@ -47,6 +52,10 @@ struct State {
     std::set<std::string, std::less<>> denied;
     std::map<std::string, std::string, std::less<>> environment;
     std::uint32_t userLocaleId = 0;
+    std::uint32_t threadLocaleId = 0;
+    std::map<std::pair<std::uint32_t, std::uint32_t>, Setting> settings;
+    std::uint32_t narrowPage = 0; // 0: settings come as 16-bit text
+    std::vector<MemoryHost::Reading> readings;
     std::uint32_t calls = 0;
     std::uint32_t failing = 0;
     std::intptr_t lastId = 0;
@@ -102,6 +111,10 @@ void MemoryHost::reset()
     host.denied.clear();
     host.environment.clear();
     host.userLocaleId = 0;
+    host.threadLocaleId = 0;
+    host.settings.clear();
+    host.narrowPage = 0;
+    host.readings.clear();
     host.calls = 0;
     host.failing = 0;
 }
@@ -184,6 +197,28 @@ void MemoryHost::setUserLocaleId(std::uint32_t id)
     Locked().host.userLocaleId = id;
 }
 
+std::uint32_t MemoryHost::threadLocaleId()
+{
+    return Locked().host.threadLocaleId;
+}
+
+void MemoryHost::setSetting(std::uint32_t locale, std::uint32_t setting,
+                            std::u16string_view changed, std::u16string_view original)
+{
+    Locked().host.settings.insert_or_assign(
+        {locale, setting}, Setting{std::u16string(changed), std::u16string(original)});
+}
+
+void MemoryHost::makeNarrow(std::uint32_t codePage)
+{
+    Locked().host.narrowPage = codePage;
+}
+
+std::vector<MemoryHost::Reading> MemoryHost::readings()
+{
+    return Locked().host.readings;
+}
+
 } // namespace vlx::test
 
 namespace vlx::host {
@@ -262,6 +297,16 @@ bool seek(File id, std::int32_t offset, Origin origin)
     if (base + offset < 0)
         return false;
     file->position = base + offset;
+    return true;
+}
+
+bool size(File id, std::uint64_t& bytes)
+{
+    Locked locked;
+    const test::OpenFile* const file = locked.file(id);
+    if (locked.fails() || !file)
+        return false;
+    bytes = file->content->size();
     return true;
 }
 
@@ -380,6 +425,65 @@ std::int32_t environment(const char* name, char* buffer, std::uint32_t size)
 std::uint32_t userLocaleId()
 {
     return Locked().host.userLocaleId;
+}
+
+bool setThreadLocale(std::uint32_t id)
+{
+    Locked locked;
+    if (locked.fails())
+        return false;
+    locked.host.threadLocaleId = id;
+    return true;
+}
+
+namespace {
+
+// Copies a setting into elements of some width, with its terminator, if it fits.
+template <class Element>
+bool copySetting(const SettingName& name, bool wide, Element* text, std::uint32_t size)
+{
+    Locked locked;
+    const auto number = static_cast<std::uint32_t>(name.setting);
+    locked.host.readings.push_back({name.locale, number, name.changedByUser, wide});
+    const auto found = locked.host.settings.find({name.locale, number});
+    if (found == locked.host.settings.end())
+        return false;
+    const std::u16string& value =
+        name.changedByUser ? found->second.changed : found->second.original;
+    if (value.size() >= size)
+        return false;
+    for (std::size_t i = 0; i <= value.size(); ++i)
+        text[i] = static_cast<Element>(value.c_str()[i]);
+    return true;
+}
+
+} // namespace
+
+bool readSetting(const SettingName& name, char* text, std::uint32_t size)
+{
+    return copySetting(name, false, text, size);
+}
+
+bool readSetting16(const SettingName& name, TSChar16* text, std::uint32_t size)
+{
+    return hasSettings16() && copySetting(name, true, text, size);
+}
+
+bool hasSettings16()
+{
+    return Locked().host.narrowPage == 0;
+}
+
+bool toUnicode(std::uint32_t codePage, const char* text, TSChar16* unicode, std::uint32_t size)
+{
+    const std::size_t length = std::strlen(text);
+    if (codePage != Locked().host.narrowPage || length >= size)
+        return false;
+    for (std::size_t i = 0; i <= length; ++i) {
+        const auto byte = static_cast<std::uint8_t>(text[i]);
+        unicode[i] = static_cast<TSChar16>(byte < 0x80 ? byte : 0x2000 + byte);
+    }
+    return true;
 }
 
 bool equalIgnoringCase(const char* left, const char* right, std::size_t length)

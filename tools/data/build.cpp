@@ -11,6 +11,7 @@
 #include "container.hpp"
 #include "content.hpp"
 #include "directory.hpp"
+#include "sort_compile.hpp"
 #include "sourcefile.hpp"
 
 #include "tsconst.h"
@@ -33,6 +34,7 @@ constexpr SourceKind kKinds[] = {
     {TS_OBJ_LANGUAGE, "languages", ".toml", readLanguageHead},
     {TS_OBJ_TERRITORY, "territories", ".toml", readTerritoryHead},
     {TS_OBJ_CODEPAGE, "codepages", ".cp", readCodePageHead},
+    {TS_OBJ_SORT, "sorts", ".toml", readSortHead},
 };
 
 struct Source {
@@ -79,6 +81,7 @@ class Builder {
     std::vector<Source> sources_;
     std::vector<Object> objects_;
     std::optional<CharacterData> characters_;
+    std::optional<RootTable> root_; // only read if there are sorts
     std::uint32_t version_ = 0;
     std::string aliases_;
 };
@@ -135,6 +138,8 @@ std::optional<Object> Builder::compile(const Source& source)
         return compileLanguage(source.path, catalogue_, diagnostics_);
     case TS_OBJ_TERRITORY:
         return compileTerritory(source.path, catalogue_, diagnostics_);
+    case TS_OBJ_SORT:
+        return root_ ? compileSort(source.path, *root_, diagnostics_) : std::nullopt;
     default:
         break;
     }
@@ -189,6 +194,9 @@ bool Builder::build()
     checkOnly();
     readAliases();
     characters_ = CharacterData::load(pathOf("unicode"), diagnostics_);
+    if (std::any_of(sources_.begin(), sources_.end(),
+                    [](const Source& source) { return source.head.type == TS_OBJ_SORT; }))
+        root_ = RootTable::load(pathOf("sorts/root.keys"), diagnostics_);
     for (const Source& source : sources_) {
         if (!wanted(source))
             continue;

@@ -56,6 +56,12 @@ struct SourcePair {
     std::u16string to;
 };
 
+// A text of several lines.
+struct SourceText {
+    std::string text;
+    int line = 0; // of its first character in the source
+};
+
 // A TOML source. One that is not TOML at all is reported at once, and is not good() for anything
 // else. Every reader takes a dotted key, reports what is wrong at its line and then gives
 // a harmless value, so that one run finds all errors of a file.
@@ -70,7 +76,10 @@ class Source {
     SourceHead head(std::uint8_t type);
     std::uint16_t number(const std::string& key, int lowest, int highest);
     bool flag(const std::string& key);
+    bool has(const std::string& key);  // for keys that may be left out
+    void know(const std::string& key); // a key with others below it, all of them known
     std::u16string text(const std::string& key, const TextRule& rule = {});
+    SourceText lines(const std::string& key);
     std::vector<std::u16string> texts(const std::string& key, std::size_t least, std::size_t most);
     // The character of a text that has one; 0 for an empty text.
     char16_t character(const std::string& key);

@@ -21,4 +21,7 @@ struct CldrOptions {
 
 bool importCldr(const CldrOptions& options);
 
+// Writes the root table and a source for each sort of the importer's table to sorts/ below data/.
+bool importSorts(const CldrOptions& options);
+
 } // namespace vlx::import

@@ -21,10 +21,15 @@ int run(int argc, char** argv)
     CLI::App* const cldr = app.add_subcommand("cldr", "Languages and territories, from CLDR");
     cldr->add_option("--cldr", texts.cldrDirectory, "the CLDR directory")->capture_default_str();
     cldr->add_option("-o,--output", texts.outputDirectory, "data")->required();
+    vlx::import::CldrOptions orders;
+    CLI::App* const sorts = app.add_subcommand("sorts", "The root order and its rules, from CLDR");
+    sorts->add_option("--cldr", orders.cldrDirectory, "the CLDR directory")->capture_default_str();
+    sorts->add_option("-o,--output", orders.outputDirectory, "data")->required();
     CLI11_PARSE(app, argc, argv);
 
-    const bool good =
-        codePages->parsed() ? vlx::import::importCodePages(pages) : vlx::import::importCldr(texts);
+    const bool good = codePages->parsed() ? vlx::import::importCodePages(pages)
+                      : cldr->parsed()    ? vlx::import::importCldr(texts)
+                                          : vlx::import::importSorts(orders);
     return good ? 0 : 1;
 }
 

@@ -17,6 +17,14 @@ struct LocalesOptions {
 };
 int listLocales(const Library& library, const LocalesOptions& options, Output& output);
 
+struct ShowOptions {
+    std::string locale;
+    bool user = false;   // the user's locale instead
+    bool object = false; // the values of the territory, without what the host has changed
+    bool json = false;
+};
+int showLocale(const ShowOptions& options, Output& output);
+
 struct WalkOptions {
     std::string locale;
     std::string file; // "-" is standard input

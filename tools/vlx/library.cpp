@@ -107,4 +107,14 @@ LocaleHandle openLocale(const std::string& name)
     return locale;
 }
 
+LocaleHandle openUserLocale()
+{
+    std::int32_t code = TS_ERR_NONE;
+    LocaleHandle locale(TSGetLocale(nullptr, TS_LOCALE_USER | TS_LOCALE_FALLBACK, &code));
+    if (!locale)
+        throw Failure(fmt::format("the user's locale could not be made (error {}): {}.", code,
+                                  nameFailure(code)));
+    return locale;
+}
+
 } // namespace vlx::cli

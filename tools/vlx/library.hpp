@@ -38,4 +38,7 @@ using LocaleHandle = std::unique_ptr<TSLocale, ReleaseLocale>;
 // Makes a locale, or fails with the meaning of the library's code.
 LocaleHandle openLocale(const std::string& name);
 
+// Makes the user's locale; whatever of it is not listed becomes the default.
+LocaleHandle openUserLocale();
+
 } // namespace vlx::cli

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <limits>
+#include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -16,6 +18,8 @@ namespace {
 constexpr const char* kFooter = R"(Examples:
   vlx locales
   vlx locales --type codepage --json
+  vlx show German_Germany
+  vlx show --user --json
   vlx walk --locale Japanese_Japan.MS932 letter.txt
   vlx walk --locale Japanese.IBM930 --limit 20 --backward tape.bin
   iconv -t CP1252 note.txt | vlx walk --locale German -
@@ -27,6 +31,7 @@ Exit status: 0 good; 1 the text has characters that are unmapped, substituted or
 struct Options {
     std::string directory;
     LocalesOptions locales;
+    ShowOptions show;
     WalkOptions walk;
     ConvOptions conv;
 };
@@ -47,6 +52,25 @@ CLI::App* addLocales(CLI::App& app, Options& options)
             "Only objects of this type")
         ->check(
             CLI::IsMember(std::vector<std::string>(std::begin(kTypeNames), std::end(kTypeNames))));
+    return command;
+}
+
+CLI::App* addShow(CLI::App& app, Options& options)
+{
+    CLI::App* const command = app.add_subcommand("show", "Show every value of a locale");
+    auto* const name = command->add_option("LOCALE", options.show.locale,
+                                           "Language[_Territory][.Codepage][@Sort]");
+    name->type_name("");
+    auto* const user = command->add_flag("--user", options.show.user,
+                                         "The user's locale, by TS_LANG or the host's settings");
+    name->excludes(user);
+    command->add_flag("--object", options.show.object,
+                      "The territory's values, without what the host's settings change");
+    command->add_flag("--json", options.show.json, "Write a JSON document");
+    command->callback([&options, name, user] {
+        if (name->count() + user->count() == 0)
+            throw CLI::RequiredError("show: LOCALE or --user");
+    });
     return command;
 }
 
@@ -95,12 +119,25 @@ CLI::App* addConv(CLI::App& app, Options& options)
     return command;
 }
 
+// As in "locales, walk and conv".
+std::string commandNames(const CLI::App& app)
+{
+    const std::vector<const CLI::App*> commands = app.get_subcommands(nullptr);
+    std::string names;
+    for (const CLI::App* const command : commands) {
+        if (!names.empty())
+            names += command == commands.back() ? " and " : ", ";
+        names += command->get_name();
+    }
+    return names;
+}
+
 std::string parseFailure(const CLI::App* app, const CLI::Error& error)
 {
     std::string message = error.what();
     if (app->get_subcommands().empty() && app->remaining_size() > 0)
-        message = fmt::format("there is no command \"{}\"; the commands are locales, walk and conv",
-                              app->remaining().front());
+        message = fmt::format("there is no command \"{}\"; the commands are {}",
+                              app->remaining().front(), commandNames(*app));
     return fmt::format("vlx: {}\nvlx: `vlx --help` tells more, as does `vlx walk --help`.\n",
                        message);
 }
@@ -121,6 +158,7 @@ int run(int argc, char** argv)
     app.footer(kFooter);
     app.failure_message(parseFailure);
     const CLI::App* const locales = addLocales(app, options);
+    const CLI::App* const show = addShow(app, options);
     addWalk(app, options);
     const CLI::App* const conv = addConv(app, options);
     try {
@@ -133,6 +171,8 @@ int run(int argc, char** argv)
         return convertTexts(Library(options.directory, Library::BuiltIn::kRefused), options.conv);
     const Library library(options.directory);
     Output output(standardOutput());
+    if (show->parsed())
+        return showLocale(options.show, output);
     return locales->parsed() ? listLocales(library, options.locales, output)
                              : walkText(library, options.walk, output);
 }

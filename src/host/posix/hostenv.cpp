@@ -1,4 +1,4 @@
-// The fixed names, the environment and the user of a POSIX host.
+// The fixed names and the environment of a POSIX host.
 #include "host/host.hpp"
 
 #include <cstdlib>
@@ -23,10 +23,10 @@ std::int32_t environment(const char* name, char* buffer, std::uint32_t size)
     return static_cast<std::int32_t>(length);
 }
 
-// This host names its locales and does not number them.
-std::uint32_t userLocaleId()
+// This host has locales of a thread by name alone, and leaves them to the program.
+bool setThreadLocale(std::uint32_t)
 {
-    return 0;
+    return false;
 }
 
 } // namespace vlx::host

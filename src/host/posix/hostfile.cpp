@@ -117,6 +117,15 @@ bool seek(File file, std::int32_t offset, Origin origin)
     return lseek(descriptorOf(file), offset, whence) >= 0;
 }
 
+bool size(File file, std::uint64_t& bytes)
+{
+    struct stat status;
+    if (fstat(descriptorOf(file), &status) != 0)
+        return false;
+    bytes = static_cast<std::uint64_t>(status.st_size);
+    return true;
+}
+
 bool remove(const char* path)
 {
     return unlink(path) == 0;

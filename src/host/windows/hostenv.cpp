@@ -1,4 +1,4 @@
-// The fixed names, the environment and the user of a Windows host.
+// The fixed names and the environment of a Windows host.
 #include "host/host.hpp"
 
 #include <windows.h>
@@ -20,9 +20,9 @@ std::int32_t environment(const char* name, char* buffer, std::uint32_t size)
     return 0;
 }
 
-std::uint32_t userLocaleId()
+bool setThreadLocale(std::uint32_t id)
 {
-    return GetUserDefaultLCID();
+    return SetThreadLocale(id) != 0;
 }
 
 } // namespace vlx::host

@@ -89,6 +89,15 @@ bool seek(File file, std::int32_t offset, Origin origin)
     return SetFilePointer(handleOf(file), offset, nullptr, method) != INVALID_SET_FILE_POINTER;
 }
 
+bool size(File file, std::uint64_t& bytes)
+{
+    LARGE_INTEGER found;
+    if (GetFileSizeEx(handleOf(file), &found) == 0)
+        return false;
+    bytes = static_cast<std::uint64_t>(found.QuadPart);
+    return true;
+}
+
 bool remove(const char* path)
 {
     return DeleteFileA(path) != 0;

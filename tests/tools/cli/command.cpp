@@ -20,7 +20,7 @@ namespace {
 
 std::string environment(const Surroundings& surroundings)
 {
-    return "env -u NO_COLOR LC_ALL=" + surroundings.language + " TS_LOCALEDIR='" +
+    return "env -u NO_COLOR -u TS_LANG LC_ALL=" + surroundings.language + " TS_LOCALEDIR='" +
            surroundings.localeDirectory + "' ";
 }
 

@@ -1,0 +1,172 @@
+// A broken-down time as text, by a pattern: the walk through the pattern, over any output.
+#pragma once
+
+#include "strings/whole.hpp"
+#include "text/number.hpp"
+#include "text/pattern.hpp"
+
+namespace vlx {
+
+inline constexpr std::uint32_t kTimeOptions = TS_OPT_OBJECT_VALUE | TS_OPT_TERMINATE;
+
+// What a call and the patterns nested in it share.
+struct TimeCall {
+    TSLocale& locale;
+    const TSTimeFields& time;
+    bool ofObject;
+    const PatternTable& table;
+    const Signs& signs;
+    bool tooDeep = false; // patterns name each other
+};
+
+// Writes a directive and gives its code. The output has room for a unit.
+template <class Output>
+std::int32_t putDirective(TimeCall& call, const Directive& directive, Output& output, int depth)
+{
+    using Unit = typename Output::Form::Unit;
+    if (const TimeNumber number = timeNumber(directive.letter, call.time); number.width != 0) {
+        if (!number.inRange)
+            return TS_ERR_NOT_FOUND;
+        return output.putDigits(timeDigits(number, directive.flag));
+    }
+    if (isTimeName(directive.letter)) {
+        const int item = timeName(directive.letter, call.time);
+        return item ? output.putName(item) : TS_ERR_NOT_FOUND;
+    }
+    // Deliberate: a nested pattern is written over the start of the text, and what it has written
+    // counts behind the place of its directive.
+    switch (directive.letter) {
+    case kMark:
+        return output.putUnit(static_cast<Unit>(call.signs.mark));
+    case 'x':
+        return output.nest(datePattern(directive.flag), true, depth);
+    case 'X':
+        return output.nest(TS_LI_TIME_FORMAT, true, depth);
+    case 'c': {
+        std::int32_t code = output.nest(datePattern(directive.flag), true, depth);
+        if (code == TS_ERR_NONE)
+            code = output.room() > 0 ? output.putUnit(static_cast<Unit>(call.signs.blank))
+                                     : TS_ERR_BUFFER;
+        // The time goes where it belongs.
+        return code == TS_ERR_NONE ? output.nest(TS_LI_TIME_FORMAT, false, depth) : code;
+    }
+    default:
+        return TS_ERR_DIRECTIVE;
+    }
+}
+
+// Walks through a pattern and gives the code of the walk.
+template <class Output>
+std::int32_t putTime(TimeCall& call, Text<typename Output::Form> pattern, Output& output, int depth)
+{
+    std::int32_t code = TS_ERR_NONE;
+    while (code == TS_ERR_NONE && output.room() > 0 && output.form().settle(pattern)) {
+        const std::int32_t length = output.form().length(pattern);
+        if (length > 1) {
+            code = length > pattern.left() ? TS_ERR_DIRECTIVE : output.putLong(pattern.at, length);
+            pattern.at += code == TS_ERR_NONE ? length : 0;
+        } else if (letterOf(call.table, *pattern.at) != kMark) {
+            code = output.putUnit(*pattern.at++);
+        } else {
+            Directive directive;
+            if (!readDirective(call.table, pattern.at, pattern.left(), directive))
+                code = TS_ERR_DIRECTIVE;
+            else
+                code = putDirective(call, directive, output, depth);
+            pattern.at += code == TS_ERR_NONE ? directive.length : 0;
+        }
+    }
+    if (code == TS_ERR_NONE && !output.ends(pattern))
+        code = output.room() <= 0 ? TS_ERR_BUFFER : TS_ERR_DIRECTIVE;
+    return code;
+}
+
+// The output of text without shift states.
+template <class TextForm, class Reader>
+class TimeOutput {
+  public:
+    using Form = TextForm;
+    using Unit = typename Form::Unit;
+
+    TimeOutput(TimeCall& call, Unit* destination, std::int32_t size)
+        : call_(call), destination_(destination), size_(size)
+    {
+    }
+
+    Form form() const { return {call_.locale.codePage}; }
+    std::int32_t count() const { return count_; }
+    std::int32_t room() const { return size_ - count_; }
+    bool ends(const Text<Form>& pattern) const { return pattern.at == pattern.end; }
+
+    std::int32_t putUnit(Unit unit)
+    {
+        destination_[count_++] = unit;
+        return TS_ERR_NONE;
+    }
+
+    std::int32_t putLong(const Unit* character, std::int32_t length)
+    {
+        if (length > room())
+            return TS_ERR_BUFFER;
+        std::copy_n(character, length, destination_ + count_);
+        count_ += length;
+        return TS_ERR_NONE;
+    }
+
+    // Deliberate: a number that ends with the room has been written, and is reported as cut.
+    std::int32_t putDigits(const TimeDigits& number)
+    {
+        const std::int32_t count = std::min(number.count, room());
+        for (std::int32_t i = 0; i < count; ++i)
+            destination_[count_++] = static_cast<Unit>(number.digits[i] - '0' + call_.signs.zero);
+        return room() <= 0 ? TS_ERR_BUFFER : TS_ERR_NONE;
+    }
+
+    std::int32_t putName(int item)
+    {
+        Unit buffer[Reader::kNameSize];
+        const ValueText<Unit> name =
+            Reader{call_.locale, call_.ofObject}.text(item, buffer, Reader::kNameSize);
+        if (name.length <= room())
+            return putLong(name.at, name.length);
+        const auto whole = behindWhole(form(), {name.at, name.at + room()});
+        putLong(name.at, static_cast<std::int32_t>(whole.at - name.at));
+        return TS_ERR_BUFFER;
+    }
+
+    // Writes a pattern of the locale at the start or at the place reached. What fails inside it is
+    // not passed on.
+    std::int32_t nest(int item, bool atStart, int depth)
+    {
+        if (depth == kDeepestPattern) {
+            call_.tooDeep = true;
+            return TS_ERR_DIRECTIVE;
+        }
+        Unit buffer[Reader::kNameSize];
+        const ValueText<Unit> pattern =
+            Reader{call_.locale, call_.ofObject}.text(item, buffer, Reader::kNameSize);
+        TimeOutput output(call_, atStart ? destination_ : destination_ + count_, room());
+        putTime(call_, {pattern.at, pattern.at + pattern.length}, output, depth + 1);
+        count_ += output.count();
+        return call_.tooDeep ? TS_ERR_DIRECTIVE : TS_ERR_NONE;
+    }
+
+  private:
+    TimeCall& call_;
+    Unit* const destination_;
+    const std::int32_t size_;
+    std::int32_t count_ = 0;
+};
+
+// Writes a time; one place of `size` is kept for the terminator, if that is wanted.
+template <class Form, class Reader>
+Written writeTime(TimeCall& call, Text<Form> pattern, typename Form::Unit* destination,
+                  std::int32_t size)
+{
+    TimeOutput<Form, Reader> output(call, destination, size);
+    const std::int32_t code =
+        pattern.at == pattern.end ? TS_ERR_NONE : putTime(call, pattern, output, 0);
+    return {output.count(), code};
+}
+
+} // namespace vlx

@@ -1,0 +1,22 @@
+// TSDoubleToStringW: a double as 32-bit text.
+#include "text/number.hpp"
+
+TS_TRACE_UNIT("tsdblstw");
+
+int32_t TSDoubleToStringW(TSLocale* handle, double value, TSChar32* destination, int32_t size,
+                          uint32_t options)
+{
+    TS_TRACE(TSDoubleToStringW);
+    TSLocale* const locale = tsLocale(handle);
+    const vlx::WriteOptions asked(options);
+    if (options & ~(vlx::kDoubleOptions | TS_OPT_CHAR_COUNT))
+        TS_FAIL(locale->lastError, TS_ERR_ARGUMENT, -1, "Invalid options %#x", options);
+    if (size <= 0)
+        TS_FAIL(locale->lastError, TS_ERR_BUFFER, 0, "No room, size %d", size);
+    const vlx::Signs& signs = vlx::signsOf(*locale);
+    const vlx::DoubleText<TSChar32> text(vlx::PackedReader{*locale, asked.ofObject}, signs, value);
+    const vlx::Written written = vlx::putDouble(text, signs, value < 0, destination, 0,
+                                                size - asked.terminated, asked.terminated);
+    locale->lastError = written.code;
+    TS_RETURN(written.count);
+}

@@ -1,0 +1,22 @@
+// TSLongToStringU: a whole number as 16-bit text.
+#include "text/number.hpp"
+
+TS_TRACE_UNIT("tslngstu");
+
+int32_t TSLongToStringU(TSLocale* handle, int32_t value, TSChar16* destination, int32_t size,
+                        uint32_t options)
+{
+    TS_TRACE(TSLongToStringU);
+    TSLocale* const locale = tsLocale(handle);
+    const vlx::WriteOptions asked(options);
+    if (options & ~(vlx::kLongOptions | TS_OPT_CHAR_COUNT))
+        TS_FAIL(locale->lastError, TS_ERR_ARGUMENT, -1, "Invalid options %#x", options);
+    if (size <= 0)
+        TS_FAIL(locale->lastError, TS_ERR_BUFFER, 0, "No room, size %d", size);
+    const vlx::Written written =
+        vlx::putLong(vlx::UnicodeReader{*locale, asked.ofObject}, vlx::kAsciiSigns, value,
+                     (options & TS_OPT_UNSIGNED) != 0, destination, size - asked.terminated,
+                     asked.terminated, vlx::kSameRoom);
+    locale->lastError = written.code;
+    TS_RETURN(written.count);
+}

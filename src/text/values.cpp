@@ -1,0 +1,97 @@
+#include "text/values.hpp"
+
+#include <cstring>
+
+#include "chars/codepage.hpp"
+#include "locale/itemwalk.hpp"
+#include "strings/whole.hpp"
+
+namespace vlx {
+
+namespace {
+
+// The units of a text, at most `limit`.
+std::int32_t boundedLength(const char* text, std::int32_t limit)
+{
+    const void* const end = std::memchr(text, 0, static_cast<std::size_t>(limit));
+    return end ? static_cast<std::int32_t>(static_cast<const char*>(end) - text) : limit;
+}
+
+std::int32_t boundedLength(const TSChar16* text, std::int32_t limit)
+{
+    std::int32_t length = 0;
+    while (length < limit && text[length])
+        ++length;
+    return length;
+}
+
+ItemWalk walkOf(const TSLocale& locale, const ItemText& text)
+{
+    return {text, locale, (locale.flags & kLocaleStateful) != 0, nullptr};
+}
+
+} // namespace
+
+std::int32_t numberItem(const TSLocale& locale, int item, bool ofObject)
+{
+    std::int32_t value = 0;
+    itemNumber(locale, item, !ofObject, value);
+    return value;
+}
+
+std::uint8_t byteSeparator(const TSLocale& locale, int item, bool ofObject)
+{
+    const ItemText text = itemText(locale, item, !ofObject);
+    if (text.kind == TS_TEXT_CODEPAGE) {
+        const auto byte = static_cast<std::uint8_t>(*text.bytes());
+        const bool isWhole =
+            (locale.flags & kLocaleSingleByte) || tsCodePage(locale.codePage).charLength[byte] == 1;
+        return isWhole ? byte : 0;
+    }
+    char bytes[4];
+    if (text.unit(0) == 0 || TSCpUnicodeToMb(locale.codePage, text.unit(0), bytes) != 1)
+        return 0;
+    return static_cast<std::uint8_t>(bytes[0]);
+}
+
+ValueText<char> plainItem(const TSLocale& locale, int item, bool ofObject, char* buffer,
+                          std::int32_t size)
+{
+    const ItemText text = itemText(locale, item, !ofObject);
+    if (text.kind == TS_TEXT_CODEPAGE) {
+        const std::int32_t length = boundedLength(text.bytes(), size - 1);
+        return {text.bytes(), wholeBytes(locale, text.bytes(), length)};
+    }
+    const ItemWalk walk(text, locale, false, nullptr);
+    return {buffer, writeItemBytes(locale, walk, buffer, kNoState, size, false) - 1};
+}
+
+ValueText<char> shiftItem(const TSLocale& locale, int item, bool ofObject, std::int32_t state,
+                          char* buffer, std::int32_t size)
+{
+    const ItemWalk walk = walkOf(locale, itemText(locale, item, !ofObject));
+    return {buffer, writeItemBytes(locale, walk, buffer, state != 0, size, false) - 1};
+}
+
+ValueText<TSChar16> unicodeItem(const TSLocale& locale, int item, bool ofObject, TSChar16* buffer,
+                                std::int32_t size)
+{
+    const ItemText text = itemTextU(locale, item, !ofObject);
+    if (!text.stored && !text.single) {
+        const auto* const units = static_cast<const TSChar16*>(text.at);
+        return {units, boundedLength(units, size - 1)};
+    }
+    const auto unitOf = [](const ItemChar& character) { return character.unicode; };
+    return {buffer, writeElements(walkOf(locale, text), buffer, size, unitOf) - 1};
+}
+
+ValueText<TSChar32> packedItem(const TSLocale& locale, int item, bool ofObject, TSChar32* buffer,
+                               std::int32_t size)
+{
+    const ItemWalk walk = walkOf(locale, itemText(locale, item, !ofObject));
+    return {buffer, writeElements(walk, buffer, size, [&](const ItemChar& character) {
+                        return packedValue(locale.codePage, character);
+                    }) - 1};
+}
+
+} // namespace vlx
