@@ -19,6 +19,8 @@ constexpr const char* kFooter = R"(Examples:
   vlx walk --locale Japanese_Japan.MS932 letter.txt
   vlx walk --locale Japanese.IBM930 --limit 20 --backward tape.bin
   iconv -t CP1252 note.txt | vlx walk --locale German -
+  vlx msg payroll 1 12 --locale German
+  vlx ids --type codepage CP1252 932
 
 Exit status: 0 good; 1 the text has characters that are unmapped or cut off; 2 failure.)";
 
@@ -26,24 +28,32 @@ struct Options {
     std::string directory;
     LocalesOptions locales;
     WalkOptions walk;
+    MessageOptions message;
+    IdsOptions ids;
 };
+
+// A type of objects by its name.
+void addType(CLI::App* command, std::optional<int>& type)
+{
+    command
+        ->add_option_function<std::string>(
+            "--type",
+            [&type](const std::string& name) {
+                const auto* const found =
+                    std::find(std::begin(kTypeNames), std::end(kTypeNames), name);
+                type = static_cast<int>(found - std::begin(kTypeNames));
+            },
+            "Only objects of this type")
+        ->check(
+            CLI::IsMember(std::vector<std::string>(std::begin(kTypeNames), std::end(kTypeNames))));
+}
 
 CLI::App* addLocales(CLI::App& app, Options& options)
 {
     CLI::App* const command =
         app.add_subcommand("locales", "List what the locale directory holds, by type");
     command->add_flag("--json", options.locales.json, "Write a JSON document");
-    command
-        ->add_option_function<std::string>(
-            "--type",
-            [&options](const std::string& name) {
-                const auto* const found =
-                    std::find(std::begin(kTypeNames), std::end(kTypeNames), name);
-                options.locales.type = static_cast<int>(found - std::begin(kTypeNames));
-            },
-            "Only objects of this type")
-        ->check(
-            CLI::IsMember(std::vector<std::string>(std::begin(kTypeNames), std::end(kTypeNames))));
+    addType(command, options.locales.type);
     return command;
 }
 
@@ -69,12 +79,41 @@ CLI::App* addWalk(CLI::App& app, Options& options)
     return command;
 }
 
+CLI::App* addMessage(CLI::App& app, MessageOptions& options)
+{
+    CLI::App* const command =
+        app.add_subcommand("msg", "Show a message of a catalog as a locale gets it");
+    command->add_option("CATALOG", options.catalog, "Name or path of the catalog")
+        ->required()
+        ->type_name("");
+    command->add_option("SET", options.set, "Number of the set")->required()->type_name("");
+    command->add_option("NUMBER", options.message, "Number of the message")
+        ->required()
+        ->type_name("");
+    command->add_option("--locale", options.locale, "Locale of the reader")
+        ->required()
+        ->type_name("NAME");
+    command->add_flag("--raw", options.raw, "Write it in the locale's code page, not in UTF-8");
+    return command;
+}
+
+CLI::App* addIds(CLI::App& app, IdsOptions& options)
+{
+    CLI::App* const command =
+        app.add_subcommand("ids", "Show the numeric ids of objects, and their names");
+    command->add_option("WORD", options.words, "Ids, names, aliases of code pages; else all")
+        ->type_name("");
+    addType(command, options.type);
+    return command;
+}
+
 std::string parseFailure(const CLI::App* app, const CLI::Error& error)
 {
     std::string message = error.what();
     if (app->get_subcommands().empty() && app->remaining_size() > 0)
-        message = fmt::format("there is no command \"{}\"; the commands are locales and walk",
-                              app->remaining().front());
+        message =
+            fmt::format("there is no command \"{}\"; the commands are ids, locales, msg and walk",
+                        app->remaining().front());
     return fmt::format("vlx: {}\nvlx: `vlx --help` tells more, as does `vlx walk --help`.\n",
                        message);
 }
@@ -93,6 +132,8 @@ int run(int argc, char** argv)
     app.footer(kFooter);
     app.failure_message(parseFailure);
     const CLI::App* const locales = addLocales(app, options);
+    const CLI::App* const message = addMessage(app, options.message);
+    const CLI::App* const ids = addIds(app, options.ids);
     addWalk(app, options);
     try {
         app.parse(argc, argv);
@@ -102,8 +143,13 @@ int run(int argc, char** argv)
 
     const Library library(options.directory);
     Output output(standardOutput());
-    return locales->parsed() ? listLocales(library, options.locales, output)
-                             : walkText(library, options.walk, output);
+    if (locales->parsed())
+        return listLocales(library, options.locales, output);
+    if (message->parsed())
+        return printMessage(library, options.message, output);
+    if (ids->parsed())
+        return printIds(library, options.ids, output);
+    return walkText(library, options.walk, output);
 }
 
 } // namespace
