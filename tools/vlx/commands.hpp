@@ -17,6 +17,14 @@ struct LocalesOptions {
 };
 int listLocales(const Library& library, const LocalesOptions& options, Output& output);
 
+struct ShowOptions {
+    std::string locale;
+    bool user = false;   // the user's locale instead
+    bool object = false; // the values of the territory, without what the host has changed
+    bool json = false;
+};
+int showLocale(const ShowOptions& options, Output& output);
+
 struct WalkOptions {
     std::string locale;
     std::string file; // "-" is standard input
@@ -40,6 +48,14 @@ struct IdsOptions {
     std::optional<int> type;
 };
 int printIds(const Library& library, const IdsOptions& options, Output& output);
+
+struct ConvOptions {
+    std::string from; // code pages by name, further name or id
+    std::string to;
+    std::vector<std::string> files = {"-"}; // "-" is standard input
+    std::string output = "-";               // "-" is standard output
+};
+int convertTexts(const Library& library, const ConvOptions& options);
 
 // The object types by their numbers.
 inline constexpr const char* kTypeNames[] = {"language", "territory", "codepage", "sort"};
