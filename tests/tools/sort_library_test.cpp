@@ -41,10 +41,9 @@ std::vector<char16_t> charactersOf(const SortReader& sort)
             characters.push_back(static_cast<char16_t>(sort.word(sort.word(1034) + 10 * i + at)));
     for (std::size_t i = 0; i < sort.expansionCount(); i += 16)
         characters.push_back(static_cast<char16_t>(sort.word(sort.word(1032) + 14 * i)));
-    for (const char16_t c :
-         {0x0300, 0x0301, 0x0308, 0x0323, 0x03B1, 0x0436, 0x05D0, 0x0E01, 0x0E40, 0x1EA5, 0x2026,
-          0x4E00, 0x9FA5, 0xAC00, 0xD7A3, 0xE000, 0xF900, 0xFFFF})
-        characters.push_back(c);
+    for (const int c : {0x0300, 0x0301, 0x0308, 0x0323, 0x03B1, 0x0436, 0x05D0, 0x0E01, 0x0E40,
+                        0x1EA5, 0x2026, 0x4E00, 0x9FA5, 0xAC00, 0xD7A3, 0xE000, 0xF900, 0xFFFF})
+        characters.push_back(static_cast<char16_t>(c));
     return characters;
 }
 
@@ -53,7 +52,7 @@ class LibrarySort : public testing::Test {
   protected:
     static void SetUpTestSuite()
     {
-        ASSERT_EQ(TSInit(VLX_LOCALE, nullptr, nullptr, nullptr, nullptr, nullptr, 0), 0);
+        ASSERT_EQ(TSInit(VLX_LOCALE, nullptr, nullptr, nullptr, nullptr, 0, 0), 0);
     }
     static void TearDownTestSuite() { TSTerm(); }
 
@@ -129,14 +128,15 @@ TEST_F(LibrarySort, ComparesAndMakesKeysAsTheObjectSays)
     }
 }
 
-// The bytes A0 to FF of the page are the characters of these codes.
+// ASCII and the bytes A0 to FF of the page are the characters of these codes.
 TEST_F(LibrarySort, OrdersBytesAsTheirCharacters)
 {
     for (const auto& [id, name] : shippedSorts()) {
         open(id, name);
         letters_.clear();
-        for (char16_t c = 0xA0; c <= 0xFF; ++c)
-            letters_.insert(letters_.end(), {c, static_cast<char16_t>(c - 0x60)});
+        for (char16_t c = 0x20; c <= 0xFF; ++c)
+            if (c < 0x7F || c >= 0xA0)
+                letters_.push_back(c);
         for (int i = 0; i < kPairs / 4; ++i) {
             const std::u16string one = anyText();
             const std::u16string other = variantOf(one);

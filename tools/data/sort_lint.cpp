@@ -54,7 +54,7 @@ class SortLinter {
     void lintFirstElements();
     void lintDefaults();
     void lintCorpus();
-    std::vector<std::vector<char16_t>> letters() const;
+    std::vector<std::vector<char16_t>> letters(bool withAccents) const;
     template <class Record>
     void lintElement(const std::string& which, const Record& record);
     void lintWeights(const std::string& which, const Weights& weights);
@@ -250,11 +250,12 @@ void SortLinter::lintDefaults()
               ", and the smallest one " + hexText(least3_, 2));
 }
 
-// Characters with weights on levels 1 to 3, those of the same level 1 weight together. Without such
-// weights, as those by rule, a character makes keys shorter, and what keys trim begins to count.
-std::vector<std::vector<char16_t>> SortLinter::letters() const
+// Characters with weights on levels 1 to 3, those of the same level 1 weight together, or if they
+// have the same one on level 2 too; no group of one. Without such weights, as those by rule, a
+// character makes keys shorter, and what keys trim begins to count.
+std::vector<std::vector<char16_t>> SortLinter::letters(bool withAccents) const
 {
-    std::map<unsigned, std::vector<char16_t>> byWeight;
+    std::map<std::pair<unsigned, unsigned>, std::vector<char16_t>> byWeight;
     const SortWalk walk(view_);
     for (unsigned value = 0; value < 0x10000; ++value) {
         if (!isTablePage(view_.page(value >> 8)))
@@ -263,27 +264,32 @@ std::vector<std::vector<char16_t>> SortLinter::letters() const
         const SortWalk::Step step = walk.stepAt({&character, 1}, 0);
         if (step.elements > 0 && step.first.weight1 != 0 && step.first.weight2 != 0 &&
             step.first.weight3 != 0)
-            byWeight[step.first.weight1].push_back(character);
+            byWeight[{step.first.weight1, withAccents ? 0 : step.first.weight2}].push_back(
+                character);
     }
     std::vector<std::vector<char16_t>> groups;
     for (auto& [weight, characters] : byWeight)
-        groups.push_back(std::move(characters));
+        if (characters.size() > 1)
+            groups.push_back(std::move(characters));
     return groups;
 }
 
-// Words, and with each of them others that differ from it by accents and case; none ends with an
-// expansion. By comparison and by key each pair has to have the same order.
+// Words, and with each of them others that differ from it by accents and case or by case alone;
+// none ends with an expansion. By comparison and by key each pair has to have the same order.
 void SortLinter::lintCorpus()
 {
     const SortWalk walk(view_);
-    const auto groups = letters();
+    const std::vector<std::vector<char16_t>> kinds[] = {letters(true), letters(false)};
     std::uint32_t random = 1;
     const auto below = [&random](std::size_t limit) {
         random = random * 1664525 + 1013904223;
         return static_cast<std::size_t>(random >> 8) % limit;
     };
     std::vector<std::u16string> words;
-    while (!groups.empty() && words.size() < kCorpusWords) {
+    for (std::size_t run = 0; run < kCorpusWords / kCorpusRun; ++run) {
+        const auto& groups = kinds[run % 2];
+        if (groups.empty())
+            continue;
         std::vector<std::size_t> base(1 + below(kCorpusLongest));
         for (std::size_t& group : base)
             group = below(groups.size());
