@@ -62,5 +62,44 @@ TEST_F(WindowsHostTest, TellsTheUsersLocale)
     EXPECT_NE(host::userLocaleId(), 0u);
 }
 
+TEST_F(WindowsHostTest, TellsSettingsInBothForms)
+{
+    ASSERT_TRUE(host::hasSettings16());
+    const host::SettingName point{0x0409, host::Setting::kDecimalPoint, false};
+    char narrow[32];
+    ASSERT_TRUE(host::readSetting(point, narrow, sizeof narrow));
+    EXPECT_STREQ(narrow, ".");
+    TSChar16 wide[32];
+    ASSERT_TRUE(host::readSetting16(point, wide, 32));
+    EXPECT_EQ(wide[0], '.');
+    EXPECT_EQ(wide[1], 0);
+    EXPECT_FALSE(host::readSetting16(point, wide, 1)); // it does not fit
+    const host::SettingName german{0x0407, host::Setting::kDecimalPoint, false};
+    ASSERT_TRUE(host::readSetting16(german, wide, 32));
+    EXPECT_EQ(wide[0], ',');
+    EXPECT_FALSE(host::readSetting16({0x0409, static_cast<host::Setting>(0xFFF), true}, wide, 32));
+}
+
+TEST_F(WindowsHostTest, SettingsOfTheUserAreTheSystemsOwn)
+{
+    TSChar16 ours[32];
+    ASSERT_TRUE(host::readSetting16({host::userLocaleId(), host::Setting::kDate, true}, ours, 32));
+    WCHAR theirs[32];
+    ASSERT_NE(GetLocaleInfoW(GetUserDefaultLCID(), LOCALE_SSHORTDATE, theirs, 32), 0);
+    EXPECT_EQ(std::u16string(reinterpret_cast<const char16_t*>(ours)),
+              std::u16string(reinterpret_cast<const char16_t*>(theirs)));
+}
+
+TEST_F(WindowsHostTest, ConvertsFromACodePage)
+{
+    TSChar16 wide[4];
+    ASSERT_TRUE(host::toUnicode(1252, "\x80!", wide, 4));
+    EXPECT_EQ(wide[0], 0x20AC);
+    EXPECT_EQ(wide[1], '!');
+    EXPECT_EQ(wide[2], 0);
+    EXPECT_FALSE(host::toUnicode(1252, "1234", wide, 4));
+    EXPECT_FALSE(host::toUnicode(65432, "1", wide, 4));
+}
+
 } // namespace
 } // namespace vlx::test
