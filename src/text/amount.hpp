@@ -53,8 +53,8 @@ class Amount {
         Unit* at = room_ + kPoint;
         begin_ = putGrouped(at, text.begin() + skip, text.wholeLength() - skip, groups, zero,
                             behindFirst);
-        // Deliberate: the point is written even where no digit follows, and digits that are not
-        // asked for are cut, not rounded.
+        // Deliberate: the point is written even where no digit follows, an empty one as a zero, and
+        // digits that are not asked for are cut, not rounded.
         *at++ = point;
         for (std::int32_t i = 0; i < shown && text.hasFraction(); ++i)
             *at++ = static_cast<Unit>(text.fraction()[i] - '0' + zero);

@@ -139,7 +139,7 @@ class TimeReader {
         }
     }
 
-    // The field is written whether or not the number is good.
+    // Deliberate: the field is written whether or not the number is good.
     std::int32_t takeNumber(const TimeField& field)
     {
         std::int32_t value = 0;

@@ -42,6 +42,7 @@ std::int32_t numberItem(const TSLocale& locale, int item, bool ofObject)
 std::uint8_t byteSeparator(const TSLocale& locale, int item, bool ofObject)
 {
     const ItemText text = itemText(locale, item, !ofObject);
+    // Deliberate: there is room for one byte, so that a longer character is none at all.
     if (text.kind == TS_TEXT_CODEPAGE) {
         const auto byte = static_cast<std::uint8_t>(*text.bytes());
         const bool isWhole =

@@ -8,6 +8,7 @@
 
 #include "commands.hpp"
 #include "failure.hpp"
+#include "format.hpp"
 
 namespace vlx::cli {
 
@@ -19,8 +20,12 @@ constexpr const char* kFooter = R"(Examples:
   vlx walk --locale Japanese_Japan.MS932 letter.txt
   vlx walk --locale Japanese.IBM930 --limit 20 --backward tape.bin
   iconv -t CP1252 note.txt | vlx walk --locale German -
+  vlx format --locale German_Switzerland money -- -1234.5
+  vlx format --locale French_France time --pattern '%#x' 2005-03-07
+  vlx parse --locale German_Germany number 1.234,5
 
-Exit status: 0 good; 1 the text has characters that are unmapped or cut off; 2 failure.)";
+Exit status: 0 good; 1 the text has characters that are unmapped or cut off, or was not read to its
+end; 2 failure.)";
 
 struct Options {
     std::string directory;
@@ -73,8 +78,9 @@ std::string parseFailure(const CLI::App* app, const CLI::Error& error)
 {
     std::string message = error.what();
     if (app->get_subcommands().empty() && app->remaining_size() > 0)
-        message = fmt::format("there is no command \"{}\"; the commands are locales and walk",
-                              app->remaining().front());
+        message = fmt::format(
+            "there is no command \"{}\"; the commands are locales, walk, format and parse",
+            app->remaining().front());
     return fmt::format("vlx: {}\nvlx: `vlx --help` tells more, as does `vlx walk --help`.\n",
                        message);
 }
@@ -94,6 +100,7 @@ int run(int argc, char** argv)
     app.failure_message(parseFailure);
     const CLI::App* const locales = addLocales(app, options);
     addWalk(app, options);
+    const TextCommands text(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -102,6 +109,8 @@ int run(int argc, char** argv)
 
     const Library library(options.directory);
     Output output(standardOutput());
+    if (text.parsed())
+        return text.run(output);
     return locales->parsed() ? listLocales(library, options.locales, output)
                              : walkText(library, options.walk, output);
 }
