@@ -210,10 +210,13 @@ struct UnitInput {
     }
     NameMatch match(const TimeNames& names, const Text<Form>& text) const
     {
-        return matchName<Unit, kTextSize>(names, text.at, text.end,
-                                          [&](int item, Unit* buffer, std::int32_t size) {
-                                              return reader.text(item, buffer, size);
-                                          });
+        return matchName<Unit, kTextSize>(
+            names, text.at, text.end, [&](int item, Unit* buffer, std::int32_t size) {
+                if constexpr (sizeof(Unit) == 1) // most names end here
+                    if (!plainNameBegins(reader.locale, item, text.at, text.end))
+                        return ValueText<Unit>{buffer, 0};
+                return reader.text(item, buffer, size);
+            });
     }
     void advance(Text<Form>& text, std::int32_t length) const { text.at += length; }
 };
