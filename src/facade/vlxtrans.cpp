@@ -236,8 +236,8 @@ class Translation {
         if (reinterpret_cast<std::uintptr_t>(to_.output) % sizeof(TSChar16) != 0)
             return 0;
         const char* from = reinterpret_cast<const char*>(input_);
-        return vlx::decodeSingle(source_.object, from, from + count,
-                                 reinterpret_cast<TSChar16*>(to_.output),
+        return vlx::decodeSingle(source_.object, vlx::kAllSingle | vlx::quickTraits(source_.page()),
+                                 from, from + count, reinterpret_cast<TSChar16*>(to_.output),
                                  static_cast<std::int32_t>(count));
     }
 
