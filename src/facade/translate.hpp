@@ -30,16 +30,8 @@ inline void putUnit(Byte* at, TSChar16 value)
 
 inline constexpr TSChar16 kUnicodeBlank = 0x0020;
 
-// What a page lets loops do, as far as it is found in less time than a short text takes: there is
-// no locale that would know all of it.
-inline unsigned quickTraits(const TSCodePageHeader& page)
-{
-    unsigned same = 1;
-    for (unsigned byte = 0; byte < 0x80; ++byte)
-        same &= static_cast<unsigned>(page.toUnicode[byte] == byte) &
-                static_cast<unsigned>(page.charLength[byte] == 1);
-    return same != 0 ? kAsciiBytes : 0u;
-}
+// From this length on a text is worth the look at the tables that tells what loops may rely on.
+inline constexpr std::ptrdiff_t kBulkText = 64;
 
 struct RawUnits { // 16-bit Unicode
     const Byte* at;
@@ -96,9 +88,10 @@ struct MultiBytes { // a page whose first bytes tell the length
 
     std::int32_t bulk(TSChar16* values, std::int32_t room)
     {
+        const unsigned traits = end - at < kBulkText ? 0 : pageTraitsOf(object);
         const char* from = reinterpret_cast<const char*>(at);
-        const std::int32_t done = decodeMulti(object, quickTraits(page()), from,
-                                              reinterpret_cast<const char*>(end), values, room);
+        const std::int32_t done =
+            decodeMulti(object, traits, from, reinterpret_cast<const char*>(end), values, room);
         at = reinterpret_cast<const Byte*>(from);
         return done;
     }
