@@ -10,6 +10,7 @@
 
 #include "commands.hpp"
 #include "failure.hpp"
+#include "format.hpp"
 
 namespace vlx::cli {
 
@@ -27,8 +28,12 @@ constexpr const char* kFooter = R"(Examples:
   tail -f log.txt | vlx conv -f UTF-8 -t 932
   vlx msg payroll 1 12 --locale German
   vlx ids --type codepage CP1252 932
+  vlx format --locale German_Switzerland money -- -1234.5
+  vlx format --locale French_France time --pattern '%#x' 2005-03-07
+  vlx parse --locale German_Germany number 1.234,5
 
-Exit status: 0 good; 1 the text has characters that are unmapped, substituted or cut off; 2 failure.)";
+Exit status: 0 good; 1 the text has characters that are unmapped, substituted or cut off, or was not
+read to its end; 2 failure.)";
 
 struct Options {
     std::string directory;
@@ -201,6 +206,7 @@ int run(int argc, char** argv)
     const CLI::App* const ids = addIds(app, options.ids);
     addWalk(app, options);
     const CLI::App* const conv = addConv(app, options);
+    const TextCommands text(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -219,6 +225,8 @@ int run(int argc, char** argv)
         return printMessage(library, options.message, output);
     if (ids->parsed())
         return printIds(library, options.ids, output);
+    if (text.parsed())
+        return text.run(output);
     return walkText(library, options.walk, output);
 }
 
