@@ -2,6 +2,7 @@
 #pragma once
 
 #include "collate/compare.hpp"
+#include "collate/quick.hpp"
 #include "collate/workarea.hpp"
 #include "frame/trace.hpp"
 
@@ -12,9 +13,16 @@ template <class Form>
 std::int32_t compareElements(const TSLocale& locale, const Form& form, const Text<Form>& text1,
                              const Text<Form>& text2, const WorkArea& area)
 {
+    const Sort sort = sortOf(locale);
+    if (QuickComparison<Form>::isFor(sort)) {
+        const std::optional<std::int32_t> result =
+            QuickComparison<Form>(form, sort, text1, text2).run();
+        if (result)
+            return *result;
+    }
     TSSortStreams streams1(area.first(), static_cast<std::uint64_t>(text1.left()));
     TSSortStreams streams2(area.second(), static_cast<std::uint64_t>(text2.left()));
-    return Collation<Form>(form, sortOf(locale), {text1}, streams1, {text2}, streams2).run();
+    return Collation<Form>(form, sort, {text1}, streams1, {text2}, streams2).run();
 }
 
 // The route with options: by keys. `keyOf1` and `keyOf2` make one in a buffer and give its length,

@@ -86,6 +86,10 @@ std::int32_t environment(const char* name, char* buffer, std::uint32_t size);
 // The id of the user's locale in the numbering of the native locale table; 0 if the host has none.
 std::uint32_t userLocaleId();
 
+// Makes a locale of the native table the host's own locale of the calling thread; false if the host
+// does not know it, or has none of threads.
+bool setThreadLocale(std::uint32_t id);
+
 // What a locale of the host tells, in the numbering of Windows.
 enum class Setting : std::uint32_t {
     kListSeparator = 0x0C,

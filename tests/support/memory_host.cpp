@@ -52,6 +52,7 @@ struct State {
     std::set<std::string, std::less<>> denied;
     std::map<std::string, std::string, std::less<>> environment;
     std::uint32_t userLocaleId = 0;
+    std::uint32_t threadLocaleId = 0;
     std::map<std::pair<std::uint32_t, std::uint32_t>, Setting> settings;
     std::uint32_t narrowPage = 0; // 0: settings come as 16-bit text
     std::vector<MemoryHost::Reading> readings;
@@ -111,6 +112,7 @@ void MemoryHost::reset()
     host.denied.clear();
     host.environment.clear();
     host.userLocaleId = 0;
+    host.threadLocaleId = 0;
     host.settings.clear();
     host.narrowPage = 0;
     host.readings.clear();
@@ -195,6 +197,11 @@ void MemoryHost::clearEnvironment()
 void MemoryHost::setUserLocaleId(std::uint32_t id)
 {
     Locked().host.userLocaleId = id;
+}
+
+std::uint32_t MemoryHost::threadLocaleId()
+{
+    return Locked().host.threadLocaleId;
 }
 
 void MemoryHost::setSetting(std::uint32_t locale, std::uint32_t setting,
@@ -425,6 +432,15 @@ std::int32_t environment(const char* name, char* buffer, std::uint32_t size)
 std::uint32_t userLocaleId()
 {
     return Locked().host.userLocaleId;
+}
+
+bool setThreadLocale(std::uint32_t id)
+{
+    Locked locked;
+    if (locked.fails())
+        return false;
+    locked.host.threadLocaleId = id;
+    return true;
 }
 
 namespace {

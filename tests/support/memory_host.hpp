@@ -49,6 +49,9 @@ struct MemoryHost {
     static void clearEnvironment();
     static void setUserLocaleId(std::uint32_t id);
 
+    // What setThreadLocale was last told, by any thread; 0 at first. It can fail, too.
+    static std::uint32_t threadLocaleId();
+
     // A setting of a locale, by its number in host::Setting: as the user has changed it, and as the
     // locale comes. Narrow text is its low bytes.
     static void setSetting(std::uint32_t locale, std::uint32_t setting, std::u16string_view changed,
