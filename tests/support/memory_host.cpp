@@ -39,11 +39,6 @@ struct Block {
     int era;
 };
 
-struct Setting {
-    std::u16string changed;
-    std::u16string original;
-};
-
 // Everything that is open carries the era in which it was opened: a reset begins a new one.
 struct State {
     std::mutex lock;
@@ -53,10 +48,6 @@ struct State {
     std::map<std::string, std::string, std::less<>> environment;
     std::uint32_t userLocaleId = 0;
     std::uint32_t threadLocaleId = 0;
-    std::map<std::pair<std::uint32_t, std::uint32_t>, Setting> settings;
-    std::uint32_t narrowPage = 0; // 0: settings come as 16-bit text
-    std::vector<MemoryHost::Reading> readings;
-    int openSettings = 0;
     std::uint32_t calls = 0;
     std::uint32_t failing = 0;
     std::intptr_t lastId = 0;
@@ -113,10 +104,7 @@ void MemoryHost::reset()
     host.environment.clear();
     host.userLocaleId = 0;
     host.threadLocaleId = 0;
-    host.settings.clear();
-    host.narrowPage = 0;
-    host.readings.clear();
-    host.openSettings = 0;
+    resetSettings();
     host.calls = 0;
     host.failing = 0;
 }
@@ -202,28 +190,6 @@ void MemoryHost::setUserLocaleId(std::uint32_t id)
 std::uint32_t MemoryHost::threadLocaleId()
 {
     return Locked().host.threadLocaleId;
-}
-
-void MemoryHost::setSetting(std::uint32_t locale, std::uint32_t setting,
-                            std::u16string_view changed, std::u16string_view original)
-{
-    Locked().host.settings.insert_or_assign(
-        {locale, setting}, Setting{std::u16string(changed), std::u16string(original)});
-}
-
-void MemoryHost::makeNarrow(std::uint32_t codePage)
-{
-    Locked().host.narrowPage = codePage;
-}
-
-int MemoryHost::openSettings()
-{
-    return Locked().host.openSettings;
-}
-
-std::vector<MemoryHost::Reading> MemoryHost::readings()
-{
-    return Locked().host.readings;
 }
 
 } // namespace vlx::test
@@ -440,68 +406,6 @@ bool setThreadLocale(std::uint32_t id)
     if (locked.fails())
         return false;
     locked.host.threadLocaleId = id;
-    return true;
-}
-
-namespace {
-
-// Copies a setting into elements of some width, with its terminator, if it fits.
-template <class Element>
-bool copySetting(const Settings& settings, Setting setting, bool wide, Element* text,
-                 std::uint32_t size)
-{
-    Locked locked;
-    const auto number = static_cast<std::uint32_t>(setting);
-    locked.host.readings.push_back({settings.locale, number, settings.changedByUser, wide});
-    const auto found = locked.host.settings.find({settings.locale, number});
-    if (found == locked.host.settings.end())
-        return false;
-    const std::u16string& value =
-        settings.changedByUser ? found->second.changed : found->second.original;
-    if (value.size() >= size)
-        return false;
-    for (std::size_t i = 0; i <= value.size(); ++i)
-        text[i] = static_cast<Element>(value.c_str()[i]);
-    return true;
-}
-
-} // namespace
-
-Settings openSettings(std::uint32_t locale, bool changedByUser)
-{
-    ++Locked().host.openSettings;
-    return {locale, changedByUser, nullptr};
-}
-
-void closeSettings(const Settings&)
-{
-    --Locked().host.openSettings;
-}
-
-bool readSetting(const Settings& settings, Setting setting, char* text, std::uint32_t size)
-{
-    return copySetting(settings, setting, false, text, size);
-}
-
-bool readSetting16(const Settings& settings, Setting setting, TSChar16* text, std::uint32_t size)
-{
-    return hasSettings16() && copySetting(settings, setting, true, text, size);
-}
-
-bool hasSettings16()
-{
-    return Locked().host.narrowPage == 0;
-}
-
-bool toUnicode(std::uint32_t codePage, const char* text, TSChar16* unicode, std::uint32_t size)
-{
-    const std::size_t length = std::strlen(text);
-    if (codePage != Locked().host.narrowPage || length >= size)
-        return false;
-    for (std::size_t i = 0; i <= length; ++i) {
-        const auto byte = static_cast<std::uint8_t>(text[i]);
-        unicode[i] = static_cast<TSChar16>(byte < 0x80 ? byte : 0x2000 + byte);
-    }
     return true;
 }
 
