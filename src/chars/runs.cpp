@@ -1,6 +1,7 @@
-// Which characters of a code page are plain.
+// What loops may rely on in the tables of a code page.
 #include "chars/runs.hpp"
 
+#include <algorithm>
 #include <array>
 
 namespace vlx {
@@ -27,6 +28,15 @@ constexpr std::array<std::uint8_t, kValues> allOnes()
     return values;
 }
 
+constexpr std::array<std::uint8_t, kValues> asciiUpperCase()
+{
+    std::array<std::uint8_t, kValues> values = sameValues<std::uint8_t>();
+    for (std::size_t letter = 'a'; letter <= 'z'; ++letter)
+        values[letter] = static_cast<std::uint8_t>(letter - 'a' + 'A');
+    return values;
+}
+
+constexpr auto kAsciiUpper = asciiUpperCase();
 constexpr auto kSameBytes = sameValues<std::uint8_t>();
 constexpr auto kSameWords = sameValues<Le16>();
 constexpr auto kOnes = allOnes();
@@ -38,46 +48,47 @@ bool areEqual(const Unit* table, const std::array<Unit, kValues>& expected, std:
     return std::memcmp(table + begin, expected.data() + begin, (end - begin) * sizeof(Unit)) == 0;
 }
 
-// The plain characters, where `areSame` tells of a range of values whether all of them are.
-template <class AreSame>
-PlainSet plainSet(const AreSame& areSame)
+// Whether the page that Unicode values below 0x100 have keeps all those of a range.
+bool keepsUnits(const TSObject* object, std::size_t begin, std::size_t end)
 {
-    if (!areSame(std::size_t{0}, kAsciiEnd))
-        return PlainSet::none();
-    return kBlocksKnowLatin && areSame(kLatinBegin, kValues) ? PlainSet::latin()
-                                                             : PlainSet::ascii();
+    const TSUnicodePage& page = tsCodePage(object).unicodePages[0];
+    if (page.low != 0 || page.mask != 0xFF || page.high < end - 1 || page.kind > kPageWord)
+        return false;
+    const std::uint8_t* const values = object->sections[2] + page.offset3;
+    return page.kind == kPageByte
+               ? areEqual(values, kSameBytes, begin, end)
+               : areEqual(reinterpret_cast<const Le16*>(values), kSameWords, begin, end);
+}
+
+bool keepsBytes(const TSCodePageHeader& page, std::size_t begin, std::size_t end)
+{
+    return areEqual(page.charLength, kOnes, begin, end) &&
+           areEqual(page.toUnicode, kSameWords, begin, end);
+}
+
+bool hasUtf8Lengths(const TSCodePageHeader& page)
+{
+    const std::uint8_t* const lengths = page.charLength;
+    return std::all_of(lengths, lengths + 0xE0, [](auto length) { return length <= 2; }) &&
+           std::all_of(lengths + 0xE0, lengths + kValues, [](auto length) { return length != 2; });
 }
 
 } // namespace
 
-PlainSet plainBytes(const TSCodePageHeader& page)
+std::uint8_t pageTraitsOf(const TSObject* object)
 {
-    return plainSet([&](std::size_t begin, std::size_t end) {
-        return areEqual(page.charLength, kOnes, begin, end) &&
-               areEqual(page.toUnicode, kSameWords, begin, end);
-    });
-}
-
-PlainSet plainUnits(const TSObject* object)
-{
-    if (object->id == kUtf8CodePage)
-        return PlainSet::ascii();
-    const TSUnicodePage& page = tsCodePage(object).unicodePages[0];
-    if (page.low != 0 || page.mask != 0xFF || page.kind > kPageWord)
-        return PlainSet::none();
-    return plainSet([&](std::size_t begin, std::size_t end) {
-        if (page.high < end - 1)
-            return false;
-        const std::uint8_t* const values = object->sections[2] + page.offset3;
-        return page.kind == kPageByte
-                   ? areEqual(values, kSameBytes, begin, end)
-                   : areEqual(reinterpret_cast<const Le16*>(values), kSameWords, begin, end);
-    });
-}
-
-bool allAreSingle(const TSCodePageHeader& page)
-{
-    return areEqual(page.charLength, kOnes, 0, kValues);
+    const TSCodePageHeader& page = tsCodePage(object);
+    const bool isUtf8 = object->id == kUtf8CodePage; // by rule, whatever its pages hold
+    unsigned traits = 0;
+    const auto add = [&traits](unsigned trait, bool has) { traits |= has ? trait : 0; };
+    add(kAsciiBytes, keepsBytes(page, 0, kAsciiEnd));
+    add(kLatinBytes, kBlocksKnowLatin && keepsBytes(page, kLatinBegin, kValues));
+    add(kAsciiUnits, isUtf8 || keepsUnits(object, 0, kAsciiEnd));
+    add(kLatinUnits, kBlocksKnowLatin && !isUtf8 && keepsUnits(object, kLatinBegin, kValues));
+    add(kAllSingle, areEqual(page.charLength, kOnes, 0, kValues));
+    add(kAsciiCase, areEqual(page.toUpper, kAsciiUpper, 0, kAsciiEnd));
+    add(kUtf8Lengths, isUtf8 && hasUtf8Lengths(page));
+    return static_cast<std::uint8_t>(traits);
 }
 
 } // namespace vlx

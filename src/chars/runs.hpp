@@ -6,6 +6,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "chars/codepage.hpp"
 
@@ -17,16 +18,36 @@ namespace vlx {
 
 inline constexpr std::int32_t kBlock = 16;
 
-// From this length on a text is worth the look at the tables that finds its plain characters.
-inline constexpr std::int32_t kBulk = 64;
+// A length of characters, known to the compiler.
+template <std::int32_t length>
+using Length = std::integral_constant<std::int32_t, length>;
 
-// The plain characters of a code page, or some of them: those with one byte, which is their Unicode
-// value. They are none, the ASCII characters, or these and the upper half of Latin-1.
+// What loops may rely on in the tables of a code page. A character is plain if it has one byte,
+// which is its Unicode value.
+enum PageTrait : std::uint8_t {
+    kAsciiBytes = 0x01, // the bytes below 0x80 are plain
+    kLatinBytes = 0x02, // so are those from 0xA0 on
+    kAsciiUnits = 0x04, // the Unicode values below 0x80 become plain bytes
+    kLatinUnits = 0x08, // so do those from 0xA0 to 0xFF
+    kAllSingle = 0x10,  // every byte is a character
+    kUtf8Lengths =
+        0x20,          // UTF-8: of characters of some bytes, those from 0xE0 on have three or more
+    kAsciiCase = 0x40, // the ASCII letters and no other ASCII characters have an upper case
+};
+std::uint8_t pageTraitsOf(const TSObject* object);
+
+// The plain characters that a page is known to have: none, the ASCII characters, or these and the
+// upper half of Latin-1.
 class PlainSet {
   public:
-    static PlainSet none() { return PlainSet(kNone); }
-    static PlainSet ascii() { return PlainSet(kAscii); }
-    static PlainSet latin() { return PlainSet(kLatin); }
+    static PlainSet ofBytes(unsigned traits)
+    {
+        return PlainSet((traits & kAsciiBytes) != 0, (traits & kLatinBytes) != 0);
+    }
+    static PlainSet ofUnits(unsigned traits)
+    {
+        return PlainSet((traits & kAsciiUnits) != 0, (traits & kLatinUnits) != 0);
+    }
 
     bool isEmpty() const { return least_ == kNone; }
     bool has(char byte) const { return static_cast<signed char>(byte) >= least_; }
@@ -37,52 +58,10 @@ class PlainSet {
     // The smallest plain byte, of bytes as signed numbers.
     enum Least : int { kNone = 128, kAscii = 0, kLatin = 0xA0 - 0x100 };
 
-    explicit PlainSet(Least least) : least_(least) {}
+    PlainSet(bool ascii, bool latin) : least_(!ascii ? kNone : latin ? kLatin : kAscii) {}
 
     int least_;
 };
-
-// The plain characters for reading bytes and for writing them.
-PlainSet plainBytes(const TSCodePageHeader& page);
-PlainSet plainUnits(const TSObject* object);
-
-// Whether every byte is a character of its own.
-bool allAreSingle(const TSCodePageHeader& page);
-
-template <class Unit>
-std::uint64_t wordAt(const Unit* at)
-{
-    std::uint64_t word;
-    std::memcpy(&word, at, sizeof word);
-    return word;
-}
-
-// The units, of `bits` each, that come before the first one with a bit in a word from memory.
-inline int unitsBefore(std::uint64_t word, int bits)
-{
-    const int clear = std::endian::native == std::endian::little ? std::countr_zero(word)
-                                                                 : std::countl_zero(word);
-    return clear / bits;
-}
-
-inline constexpr std::uint64_t kNotAsciiBytes = 0x8080808080808080;
-inline constexpr std::uint64_t kNotAsciiUnits = 0xFF80FF80FF80FF80;
-
-// The ASCII characters at the start of a block.
-inline int asciiAtStart(const char* block)
-{
-    for (int at = 0; at < kBlock; at += 8)
-        if (const std::uint64_t others = wordAt(block + at) & kNotAsciiBytes)
-            return at + unitsBefore(others, 8);
-    return kBlock;
-}
-inline int asciiAtStart(const TSChar16* block)
-{
-    for (int at = 0; at < kBlock; at += 4)
-        if (const std::uint64_t others = wordAt(block + at) & kNotAsciiUnits)
-            return at + unitsBefore(others, 16);
-    return kBlock;
-}
 
 #if defined(__SSE2__)
 
@@ -104,51 +83,135 @@ inline unsigned notPlain(__m128i bytes, PlainSet plain)
     return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmplt_epi8(bytes, least)));
 }
 
-inline int lowestBit(unsigned bits)
+// The plain characters at the start of a block, where a set has any.
+inline int plainAtStart(const char* block, PlainSet plain)
 {
-    return std::countr_zero(bits | 1u << kBlock);
+    return std::countr_zero(notPlain(loadBlock(block), plain) | 1u << kBlock);
+}
+inline int plainAtStart(const TSChar16* block, PlainSet plain)
+{
+    const __m128i low = loadBlock(block);
+    const __m128i high = loadBlock(block + kBlock / 2);
+    const __m128i zero = _mm_setzero_si128();
+    const __m128i areBytes = _mm_packs_epi16(_mm_cmpeq_epi16(_mm_srli_epi16(low, 8), zero),
+                                             _mm_cmpeq_epi16(_mm_srli_epi16(high, 8), zero));
+    const unsigned noBytes = static_cast<unsigned>(_mm_movemask_epi8(areBytes)) ^ 0xFFFFu;
+    return std::countr_zero(notPlain(_mm_packus_epi16(low, high), plain) | noBytes | 1u << kBlock);
 }
 
-// Widens a block, and gives the number of plain characters at its start. What is written behind
-// them has no meaning.
-inline int widenBlock(const char* block, TSChar16* output, PlainSet plain)
+inline void widenBlock(const char* block, TSChar16* output)
 {
     const __m128i bytes = loadBlock(block);
     storeBlock(output, _mm_unpacklo_epi8(bytes, _mm_setzero_si128()));
     storeBlock(output + kBlock / 2, _mm_unpackhi_epi8(bytes, _mm_setzero_si128()));
-    return lowestBit(notPlain(bytes, plain));
 }
 
-// The same from 16-bit values to bytes.
-inline int narrowBlock(const TSChar16* block, char* output, PlainSet plain)
+// Values above 0xFF have no meaning here.
+inline void narrowBlock(const TSChar16* block, char* output)
 {
-    const __m128i low = loadBlock(block);
-    const __m128i high = loadBlock(block + kBlock / 2);
-    const __m128i bytes = _mm_packus_epi16(low, high);
-    storeBlock(output, bytes);
-    const __m128i zero = _mm_setzero_si128();
-    const __m128i areBytes = _mm_packs_epi16(_mm_cmpeq_epi16(_mm_srli_epi16(low, 8), zero),
-                                             _mm_cmpeq_epi16(_mm_srli_epi16(high, 8), zero));
-    return lowestBit(notPlain(bytes, plain) |
-                     (static_cast<unsigned>(_mm_movemask_epi8(areBytes)) ^ 0xFFFFu));
+    storeBlock(output, _mm_packus_epi16(loadBlock(block), loadBlock(block + kBlock / 2)));
+}
+
+inline __m128i asciiUpper(__m128i bytes)
+{
+    // The letters become the largest of all signed numbers.
+    const __m128i shifted = _mm_add_epi8(bytes, _mm_set1_epi8(127 - 'z'));
+    const __m128i areLetters = _mm_cmpgt_epi8(shifted, _mm_set1_epi8(127 - 26));
+    return _mm_sub_epi8(bytes, _mm_and_si128(areLetters, _mm_set1_epi8('a' - 'A')));
+}
+
+// Whether two blocks are the same but for the case of ASCII letters.
+inline bool areSameButForCase(const char* block1, const char* block2)
+{
+    const __m128i same =
+        _mm_cmpeq_epi8(asciiUpper(loadBlock(block1)), asciiUpper(loadBlock(block2)));
+    return _mm_movemask_epi8(same) == 0xFFFF;
+}
+
+// The number of 16-bit words before the first one that is `word`, each as it stands in memory;
+// `count` if none is.
+inline std::ptrdiff_t findWord(const void* words, std::ptrdiff_t count, std::uint16_t word)
+{
+    constexpr std::ptrdiff_t kWords = kBlock / 2;
+    const auto* const at = static_cast<const std::uint16_t*>(words);
+    const auto found = [at, all = _mm_set1_epi16(static_cast<short>(word))](std::ptrdiff_t index) {
+        return _mm_cmpeq_epi16(loadBlock(at + index), all);
+    };
+    std::ptrdiff_t index = 0;
+    for (; count - index >= 4 * kWords; index += 4 * kWords) {
+        const __m128i any =
+            _mm_or_si128(_mm_or_si128(found(index), found(index + kWords)),
+                         _mm_or_si128(found(index + 2 * kWords), found(index + 3 * kWords)));
+        if (_mm_movemask_epi8(any) != 0)
+            break;
+    }
+    for (; count - index >= kWords; index += kWords)
+        if (const int bits = _mm_movemask_epi8(found(index)))
+            return index + std::countr_zero(static_cast<unsigned>(bits)) / 2;
+    while (index < count && std::memcmp(at + index, &word, sizeof word) != 0)
+        ++index;
+    return index;
 }
 
 #else
 
 inline constexpr bool kBlocksKnowLatin = false;
 
-inline int widenBlock(const char* block, TSChar16* output, PlainSet)
+inline bool areSameButForCase(const char* block1, const char* block2)
+{
+    return std::memcmp(block1, block2, kBlock) == 0;
+}
+
+inline std::ptrdiff_t findWord(const void* words, std::ptrdiff_t count, std::uint16_t word)
+{
+    const auto* const at = static_cast<const char*>(words);
+    std::ptrdiff_t index = 0;
+    while (index < count && std::memcmp(at + index * 2, &word, sizeof word) != 0)
+        ++index;
+    return index;
+}
+
+template <class Unit>
+std::uint64_t wordAt(const Unit* at)
+{
+    std::uint64_t word;
+    std::memcpy(&word, at, sizeof word);
+    return word;
+}
+
+// The units, of `bits` each, that come before the first one with a bit in a word from memory.
+inline int unitsBefore(std::uint64_t word, int bits)
+{
+    const int clear = std::endian::native == std::endian::little ? std::countr_zero(word)
+                                                                 : std::countl_zero(word);
+    return clear / bits;
+}
+
+inline int plainAtStart(const char* block, PlainSet)
+{
+    for (int at = 0; at < kBlock; at += 8)
+        if (const std::uint64_t others = wordAt(block + at) & 0x8080808080808080)
+            return at + unitsBefore(others, 8);
+    return kBlock;
+}
+inline int plainAtStart(const TSChar16* block, PlainSet)
+{
+    for (int at = 0; at < kBlock; at += 4)
+        if (const std::uint64_t others = wordAt(block + at) & 0xFF80FF80FF80FF80)
+            return at + unitsBefore(others, 16);
+    return kBlock;
+}
+
+inline void widenBlock(const char* block, TSChar16* output)
 {
     for (int i = 0; i < kBlock; ++i)
         output[i] = static_cast<std::uint8_t>(block[i]);
-    return asciiAtStart(block);
 }
 
-inline int narrowBlock(const TSChar16* block, char* output, PlainSet)
+inline void narrowBlock(const TSChar16* block, char* output)
 {
     for (int i = 0; i < kBlock; ++i)
         output[i] = static_cast<char>(block[i]);
-    return asciiAtStart(block);
 }
 
 #endif

@@ -97,16 +97,20 @@ class UnicodePages {
 // UTF-8 by rule.
 //
 // Deliberate: no test of the continuation bytes or of the shortest form.
-inline TSChar16 utf8ToUnicode(const char* character)
+inline TSChar16 utf8Pair(const char* lead)
 {
-    const auto byteAt = [character](int index) -> unsigned {
-        return static_cast<std::uint8_t>(character[index]);
-    };
-    const unsigned lead = byteAt(0);
-    const unsigned second = byteAt(1) & 0x3Fu;
-    if (lead >= 0xE0)
-        return static_cast<TSChar16>((lead & 0x0F) << 12 | second << 6 | (byteAt(2) & 0x3Fu));
-    return static_cast<TSChar16>((lead & 0x1F) << 6 | second);
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(lead);
+    return static_cast<TSChar16>((bytes[0] & 0x1F) << 6 | (bytes[1] & 0x3F));
+}
+inline TSChar16 utf8Triple(const char* lead)
+{
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(lead);
+    return static_cast<TSChar16>((bytes[0] & 0x0F) << 12 | (bytes[1] & 0x3F) << 6 |
+                                 (bytes[2] & 0x3F));
+}
+inline TSChar16 utf8ToUnicode(const char* lead)
+{
+    return static_cast<std::uint8_t>(*lead) >= 0xE0 ? utf8Triple(lead) : utf8Pair(lead);
 }
 
 inline TSChar32 unicodeToUtf8(TSChar16 unicode)

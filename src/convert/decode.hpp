@@ -1,12 +1,10 @@
 // Reading many characters at a time. Each function moves `at` over characters that stand whole
-// before `end` and gives the number of values written, at most `room`. It takes what it can be
-// quick with, and leaves the rest to whoever reads character by character: nothing of what the end
-// of a text decides is decided here.
+// before `end` and gives the number of values written, at most `room`. It stops early where it
+// cannot be quick, and whoever reads character by character goes on.
 #pragma once
 
 #include <algorithm>
 #include <cstdint>
-#include <type_traits>
 
 #include "chars/form.hpp"
 #include "chars/runs.hpp"
@@ -15,79 +13,85 @@
 namespace vlx {
 
 inline constexpr std::int32_t kLongestChar = 4;
-template <std::int32_t length>
-inline constexpr std::integral_constant<std::int32_t, length> kLength{};
 
 // Single-byte text.
-inline std::int32_t decodeSingle(const TSObject* object, const char*& at, const char* end,
-                                 TSChar16* values, std::int32_t room)
+inline std::int32_t decodeSingle(const TSObject* object, unsigned traits, const char*& at,
+                                 const char* end, TSChar16* values, std::int32_t room)
 {
-    const TSCodePageHeader& page = tsCodePage(object);
-    const auto count = static_cast<std::int32_t>(std::min<std::ptrdiff_t>(end - at, room));
-    if (count < kBulk || !allAreSingle(page))
+    if (!(traits & kAllSingle))
         return 0;
-    const PlainSet plain = plainBytes(page);
+    const TSCodePageHeader& page = tsCodePage(object);
+    const PlainSet plain = PlainSet::ofBytes(traits);
+    const auto count = static_cast<std::int32_t>(std::min<std::ptrdiff_t>(end - at, room));
     const auto unicode = [&page](char byte) -> TSChar16 {
         return page.toUnicode[static_cast<std::uint8_t>(byte)];
     };
     std::int32_t done = 0;
-    for (; count - done >= kBlock; done += kBlock)
-        if (plain.isEmpty() || widenBlock(at + done, values + done, plain) < kBlock)
-            std::transform(at + done, at + done + kBlock, values + done, unicode);
+    for (; count - done >= kBlock; done += kBlock) {
+        const char* const block = at + done;
+        if (!plain.isEmpty() && plainAtStart(block, plain) == kBlock)
+            widenBlock(block, values + done);
+        else
+            std::transform(block, block + kBlock, values + done, unicode);
+    }
     std::transform(at + done, at + count, values + done, unicode);
     at += count;
     return count;
 }
 
-// Text whose characters have different lengths. `unicodeOf` reads a character of more than one byte.
+// Text whose characters have different lengths, to its end or to a character that the end cuts off.
+// `unicodeOf` reads a character of a length above one.
 template <class UnicodeOf>
-std::int32_t decodeChars(const TSCodePageHeader& page, const char*& at, const char* end,
-                         TSChar16* values, std::int32_t room, UnicodeOf unicodeOf)
+std::int32_t decodeChars(const TSCodePageHeader& page, PlainSet plain, const char*& at,
+                         const char* end, TSChar16* values, std::int32_t room, UnicodeOf unicodeOf)
 {
-    // So much text that the characters behind a block give as many values as the block did: they
-    // overwrite what the block wrote too much.
-    constexpr std::ptrdiff_t kAhead = kBlock + kBlock * kLongestChar;
-    const PlainSet plain = end - at >= kBulk ? plainBytes(page) : PlainSet::none();
     const char* from = at;
     TSChar16* to = values;
     TSChar16* const full = values + room;
+    const auto readPlain = [&] {
+        const int run = plainAtStart(from, plain);
+        // A whole block is written if the characters behind the run will overwrite the rest.
+        if (end - from - run >= (kBlock - run) * kLongestChar)
+            widenBlock(from, to);
+        else
+            std::transform(from, from + run, to,
+                           [](char byte) { return TSChar16{static_cast<std::uint8_t>(byte)}; });
+        from += run;
+        to += run;
+    };
     // Characters of one length follow each other: a loop of their own, in which no place waits for
     // the length of the character before. False at a character that the end cuts off.
-    const auto readAll = [&](auto lengthOfAll, const auto& read) {
-        constexpr std::int32_t length = lengthOfAll;
+    const auto readAll = [&](auto length, const auto& read) {
         std::ptrdiff_t most = std::min((end - from) / length, full - to);
         if (most == 0)
             return false;
         do {
-            *to++ = read(from);
+            *to++ = read(from, length);
             from += length;
-        } while (--most > 0 && page.charLength[static_cast<std::uint8_t>(*from)] == length &&
-                 !(length == 1 && plain.has(*from)));
+        } while (--most > 0 && page.charLength[static_cast<std::uint8_t>(*from)] == length);
         return true;
     };
-    const auto singleUnicode = [&page](const char* byte) -> TSChar16 {
+    const auto readSingle = [&page](const char* byte, auto) -> TSChar16 {
         return page.toUnicode[static_cast<std::uint8_t>(*byte)];
     };
     bool isWhole = true;
     while (isWhole && to != full && from != end) {
-        if (plain.has(*from) && end - from >= kAhead && full - to >= kBlock) {
-            const int run = widenBlock(from, to, plain);
-            from += run;
-            to += run;
+        if (plain.has(*from) && end - from >= kBlock && full - to >= kBlock) {
+            readPlain();
             continue;
         }
         switch (page.charLength[static_cast<std::uint8_t>(*from)]) {
         case 1:
-            isWhole = readAll(kLength<1>, singleUnicode);
+            isWhole = readAll(Length<1>{}, readSingle);
             break;
         case 2:
-            isWhole = readAll(kLength<2>, unicodeOf);
+            isWhole = readAll(Length<2>{}, unicodeOf);
             break;
         case 3:
-            isWhole = readAll(kLength<3>, unicodeOf);
+            isWhole = readAll(Length<3>{}, unicodeOf);
             break;
         default:
-            isWhole = readAll(kLength<4>, unicodeOf);
+            isWhole = readAll(Length<4>{}, unicodeOf);
             break;
         }
     }
@@ -95,15 +99,21 @@ std::int32_t decodeChars(const TSCodePageHeader& page, const char*& at, const ch
     return static_cast<std::int32_t>(to - values);
 }
 
-inline std::int32_t decodeMulti(const TSObject* object, const char*& at, const char* end,
-                                TSChar16* values, std::int32_t room)
+inline std::int32_t decodeMulti(const TSObject* object, unsigned traits, const char*& at,
+                                const char* end, TSChar16* values, std::int32_t room)
 {
     const TSCodePageHeader& page = tsCodePage(object);
+    const PlainSet plain = PlainSet::ofBytes(traits);
+    if (traits & kUtf8Lengths)
+        return decodeChars(page, plain, at, end, values, room, [](const char* lead, auto length) {
+            return length == 2 ? utf8Pair(lead) : utf8Triple(lead);
+        });
     if (object->id == kUtf8CodePage)
-        return decodeChars(page, at, end, values, room, utf8ToUnicode);
+        return decodeChars(page, plain, at, end, values, room,
+                           [](const char* lead, auto) { return utf8ToUnicode(lead); });
     const UnicodeTrie trie(object);
-    return decodeChars(page, at, end, values, room,
-                       [trie](const char* character) { return trie.value(character); });
+    return decodeChars(page, plain, at, end, values, room,
+                       [trie](const char* lead, auto) { return trie.value(lead); });
 }
 
 // Stateful text, with a loop for each state. One shift byte is passed before a character; a second

@@ -1,34 +1,37 @@
 // Writing many characters at a time. Each function moves `at` over what it wrote before `end`, and
-// gives the number of values it took. It leaves values whose characters might not fit, and others
-// that it cannot be quick with, to whoever writes character by character.
+// gives the number of values it took. It stops early where a character might not fit or it cannot
+// be quick, and whoever writes character by character goes on.
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
+#include <cstring>
 
 #include "chars/runs.hpp"
 #include "chars/tables.hpp"
 
 namespace vlx {
 
-// Enough for a shift byte, the longest character and a byte too much.
+// Enough for a shift byte, the longest character and what may be written too much.
 inline constexpr std::int32_t kMostBytes = 8;
 
 // For a single-byte page.
-inline std::int32_t encodeSingle(const TSObject* object, const TSChar16* values, std::int32_t count,
-                                 char*& at, const char* end)
+inline std::int32_t encodeSingle(const TSObject* object, unsigned traits, const TSChar16* values,
+                                 std::int32_t count, char*& at, const char* end)
 {
     if (object->id == kUtf8CodePage) // by rule
         return 0;
-    count = static_cast<std::int32_t>(std::min<std::ptrdiff_t>(count, end - at));
-    const PlainSet plain = count >= kBulk ? plainUnits(object) : PlainSet::none();
+    const PlainSet plain = PlainSet::ofUnits(traits);
     const UnicodePages pages(object);
+    count = static_cast<std::int32_t>(std::min<std::ptrdiff_t>(count, end - at));
     char* const output = at;
     std::int32_t done = 0;
     while (done < count) {
         const std::int32_t size = std::min(count - done, kBlock);
-        if (size < kBlock || plain.isEmpty() ||
-            narrowBlock(values + done, output + done, plain) < kBlock) {
+        if (size == kBlock && !plain.isEmpty() && plainAtStart(values + done, plain) == kBlock) {
+            narrowBlock(values + done, output + done);
+        } else {
             char block[kBlock];
             TSChar32 all = 0;
             for (std::int32_t i = 0; i < size; ++i) {
@@ -46,20 +49,24 @@ inline std::int32_t encodeSingle(const TSObject* object, const TSChar16* values,
     return done;
 }
 
-// For characters of different lengths. `put` writes one, perhaps with a byte too much behind it.
+// For characters of different lengths. `put` writes one, and perhaps a byte behind it.
 template <class Put>
 std::int32_t encodeChars(PlainSet plain, const TSChar16* values, std::int32_t count, char*& at,
-                         const char* end, const Put& put)
+                         const char* end, Put put)
 {
-    // The values behind a block give as many bytes as the block did: they overwrite what the block
-    // wrote too much. The value behind the last one here always fits, for the same reason.
-    constexpr std::int32_t kAhead = 2 * kBlock;
+    // While there is so much room the next value fits, and overwrites a byte too much.
+    constexpr std::ptrdiff_t kRoom = 2 * kMostBytes;
     const TSChar16* from = values;
     const TSChar16* const behind = values + count;
     char* to = at;
-    while (behind - from > 1 && end - to >= 2 * kMostBytes) {
-        if (plain.has(*from) && behind - from > kAhead && end - to >= kAhead) {
-            const int run = narrowBlock(from, to, plain);
+    while (behind - from > 1 && end - to >= kRoom) {
+        if (plain.has(*from) && behind - from >= kBlock) {
+            const int run = plainAtStart(from, plain);
+            if (run == kBlock || end - to >= kBlock + kRoom)
+                narrowBlock(from, to);
+            else
+                std::transform(from, from + run, to,
+                               [](TSChar16 unit) { return static_cast<char>(unit); });
             from += run;
             to += run;
             continue;
@@ -77,7 +84,7 @@ std::int32_t encodeChars(PlainSet plain, const TSChar16* values, std::int32_t co
     return static_cast<std::int32_t>(from - values);
 }
 
-// Writes a packed value. A value of one byte writes a second one, which has no meaning.
+// These write a value, with at most one byte behind it that has no meaning, and give its length.
 inline std::int32_t putPacked(TSChar32 value, char* output)
 {
     if (value > 0xFFFF) [[unlikely]]
@@ -91,28 +98,29 @@ inline std::int32_t putPacked(TSChar32 value, char* output)
 inline std::int32_t putUtf8(TSChar16 value, char* output)
 {
     if (value <= 0x7F) {
-        output[0] = static_cast<char>(value);
+        *output = static_cast<char>(value);
         return 1;
     }
+    const TSChar32 packed = unicodeToUtf8(value);
     if (value <= 0x7FF) {
-        output[0] = static_cast<char>(0xC0 | value >> 6);
-        output[1] = static_cast<char>(0x80 | (value & 0x3F));
+        output[0] = static_cast<char>(packed >> 8);
+        output[1] = static_cast<char>(packed);
         return 2;
     }
-    output[0] = static_cast<char>(0xE0 | value >> 12);
-    output[1] = static_cast<char>(0x80 | (value >> 6 & 0x3F));
-    output[2] = static_cast<char>(0x80 | (value & 0x3F));
+    const std::uint32_t word =
+        std::endian::native == std::endian::little ? __builtin_bswap32(packed << 8) : packed << 8;
+    std::memcpy(output, &word, sizeof word);
     return 3;
 }
 
-inline std::int32_t encodeMulti(const TSObject* object, const TSChar16* values, std::int32_t count,
-                                char*& at, const char* end)
+inline std::int32_t encodeMulti(const TSObject* object, unsigned traits, const TSChar16* values,
+                                std::int32_t count, char*& at, const char* end)
 {
-    const PlainSet plain = count >= kBulk ? plainUnits(object) : PlainSet::none();
+    const PlainSet plain = PlainSet::ofUnits(traits);
     if (object->id == kUtf8CodePage)
         return encodeChars(plain, values, count, at, end, putUtf8);
     const UnicodePages pages(object);
-    return encodeChars(plain, values, count, at, end, [&pages](TSChar16 value, char* output) {
+    return encodeChars(plain, values, count, at, end, [pages](TSChar16 value, char* output) {
         return putPacked(pages.packed(value), output);
     });
 }
@@ -122,30 +130,38 @@ inline std::int32_t encodeShifted(const TSObject* object, const TSChar16* values
                                   std::int32_t count, char*& at, const char* end,
                                   std::int32_t& state)
 {
-    if (object->id == kUtf8CodePage)
+    if (object->id == kUtf8CodePage) // by rule
         return 0;
     const TSCodePageHeader& page = tsCodePage(object);
     const UnicodePages pages(object);
-    return encodeChars(PlainSet::none(), values, count, at, end, [&](TSChar16 value, char* output) {
-        const TSChar32 character = pages.packed(value);
-        const bool isMulti = character > 0xFF;
-        if (isMulti == (state != 0))
-            return putPacked(character, output);
-        state = isMulti;
-        *output = static_cast<char>(isMulti ? page.shiftIn : page.shiftOut);
-        return 1 + putPacked(character, output + 1);
-    });
+    return encodeChars(PlainSet::ofUnits(0), values, count, at, end,
+                       [&](TSChar16 value, char* output) {
+                           const TSChar32 character = pages.packed(value);
+                           const bool isMulti = character > 0xFF;
+                           if (isMulti == (state != 0))
+                               return putPacked(character, output);
+                           state = isMulti;
+                           *output = static_cast<char>(isMulti ? page.shiftIn : page.shiftOut);
+                           return 1 + putPacked(character, output + 1);
+                       });
 }
 
-// For text in a code page: with shift bytes if `shifts`, else `state` stays.
-inline std::int32_t encode(const TSObject* object, const TSChar16* values, std::int32_t count,
-                           char*& at, const char* end, bool shifts, std::int32_t& state)
+// Where shift bytes are written; else the state stays.
+struct Encoding {
+    const TSObject* object;
+    unsigned traits;
+    bool shifts;
+};
+
+inline std::int32_t encode(const Encoding& encoding, const TSChar16* values, std::int32_t count,
+                           char*& at, const char* end, std::int32_t& state)
 {
+    const auto [object, traits, shifts] = encoding;
     if (shifts)
         return encodeShifted(object, values, count, at, end, state);
     if (tsCodePage(object).maxCharBytes == 1 && object->id != kUtf8CodePage)
-        return encodeSingle(object, values, count, at, end);
-    return encodeMulti(object, values, count, at, end);
+        return encodeSingle(object, traits, values, count, at, end);
+    return encodeMulti(object, traits, values, count, at, end);
 }
 
 } // namespace vlx

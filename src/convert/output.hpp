@@ -43,9 +43,10 @@ class ByteOutput {
     // `state` is -1 where the output takes no shift bytes.
     ByteOutput(const TSLocale& locale, char* output, std::int32_t state, std::int32_t size,
                const ConversionOptions& options)
-        : object_(locale.codePage), output_(output), stateful_(state >= 0),
-          state_(stateful_ ? state : 0), size_(options.terminate() ? size - 1 : size),
-          counted_(options.counted), terminate_(options.terminate())
+        : object_(locale.codePage), traits_(locale.pageTraits), output_(output),
+          stateful_(state >= 0), state_(stateful_ ? state : 0),
+          size_(options.terminate() ? size - 1 : size), counted_(options.counted),
+          terminate_(options.terminate())
     {
     }
 
@@ -62,7 +63,8 @@ class ByteOutput {
         std::int32_t done = 0;
         if (!counted_) {
             char* at = output_ + written_;
-            done = encode(object_, values, count, at, output_ + size_, stateful_, state_);
+            done =
+                encode({object_, traits_, stateful_}, values, count, at, output_ + size_, state_);
             written_ = static_cast<std::int32_t>(at - output_);
         }
         while (done < count && put(values[done]))
@@ -76,7 +78,8 @@ class ByteOutput {
         if (counted_)
             return 0;
         char* at = output_ + written_;
-        const std::int32_t done = encodeSingle(object_, values, count, at, output_ + size_);
+        const std::int32_t done =
+            encodeSingle(object_, traits_, values, count, at, output_ + size_);
         written_ += done;
         return done;
     }
@@ -140,6 +143,7 @@ class ByteOutput {
     }
 
     const TSObject* const object_;
+    const unsigned traits_;
     char* const output_;
     const bool stateful_;
     std::int32_t state_;

@@ -14,12 +14,13 @@ namespace vlx {
 // Bytes of a single-byte page. A byte whose length is not 1 asks the multi-byte table.
 struct SingleSource {
     const TSObject* object;
+    unsigned traits; // of the code page
     const char* at;
     const char* end;
 
     std::int32_t bulk(TSChar16* values, std::int32_t room)
     {
-        return decodeSingle(object, at, end, values, room);
+        return decodeSingle(object, traits, at, end, values, room);
     }
     bool next(TSChar16& value)
     {
@@ -41,12 +42,13 @@ struct SingleSource {
 // Bytes of a page without states.
 struct MultiSource {
     const TSObject* object;
+    unsigned traits;
     const char* at;
     const char* end;
 
     std::int32_t bulk(TSChar16* values, std::int32_t room)
     {
-        return decodeMulti(object, at, end, values, room);
+        return decodeMulti(object, traits, at, end, values, room);
     }
     bool next(TSChar16& value)
     {
@@ -148,9 +150,10 @@ template <class Member>
 auto withPlainSource(const TSLocale& locale, const char* input, std::int32_t length,
                      const Member& member)
 {
+    const char* const end = input + length;
     if (locale.flags & kLocaleSingleByte)
-        return member(SingleSource{locale.codePage, input, input + length});
-    return member(MultiSource{locale.codePage, input, input + length});
+        return member(SingleSource{locale.codePage, locale.pageTraits, input, end});
+    return member(MultiSource{locale.codePage, locale.pageTraits, input, end});
 }
 
 } // namespace vlx

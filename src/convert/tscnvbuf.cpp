@@ -120,8 +120,8 @@ void SliceConversion::convertBulk()
             return;
         int32_t state = handle_.targetState;
         char* const end = output_ + outputCount_;
-        const int32_t done =
-            vlx::encode(target_, values, count, output_, end, targetShifts_, state);
+        const int32_t done = vlx::encode({target_, handle_.targetLocale->pageTraits, targetShifts_},
+                                         values, count, output_, end, state);
         outputCount_ = static_cast<int32_t>(end - output_);
         handle_.targetState = static_cast<uint8_t>(state);
         for (int32_t i = done; i < count; ++i)
@@ -135,15 +135,16 @@ int32_t SliceConversion::decodeBulk(TSChar16* values, int32_t room, int32_t byte
 {
     const char* const begin = input_;
     const char* const end = begin + bytes - TSConversion::kMaxChar;
+    const TSLocale& locale = *handle_.sourceLocale;
     int32_t count = 0;
     if (sourceShifts_) {
         int32_t state = handle_.sourceState;
         count = vlx::decodeShifted(source_, input_, end, state, values, room);
         handle_.sourceState = static_cast<uint8_t>(state);
-    } else if (handle_.sourceLocale->flags & vlx::kLocaleSingleByte) {
-        count = vlx::decodeSingle(source_, input_, end, values, room);
+    } else if (locale.flags & vlx::kLocaleSingleByte) {
+        count = vlx::decodeSingle(source_, locale.pageTraits, input_, end, values, room);
     } else {
-        count = vlx::decodeMulti(source_, input_, end, values, room);
+        count = vlx::decodeMulti(source_, locale.pageTraits, input_, end, values, room);
     }
     inputCount_ -= static_cast<int32_t>(input_ - begin);
     return count;

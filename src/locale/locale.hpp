@@ -47,6 +47,7 @@ struct TSLocale {
     TSChar16* dateFormatU;
     TSChar16* longDateFormatU;
     std::int32_t lastError;
+    std::uint8_t pageTraits; // vlx::PageTrait bits: what the code page's tables let loops do
     // Language_Territory.Codepage@Sort: four names of at most 33 characters and what parts them.
     char fullName[4 * TSObjDisk::kNameSize];
 };
@@ -117,7 +118,7 @@ inline constexpr std::uint32_t kLocaleNameSize = 132;
 inline constexpr std::int32_t kUserLocaleOfVariable = 1;
 inline constexpr std::int32_t kUserLocaleOfHost = 2;
 
-// Sets the single-byte and the stateful flag by the record's code page.
+// Sets the single-byte and the stateful flag and the traits by the record's code page.
 void setCodePageFlags(TSLocale& locale);
 
 // Composes the full name anew; whoever replaces an object of the record calls it.

@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "chars/recode.hpp"
+#include "chars/runs.hpp"
 #include "frame/globals.hpp"
 #include "frame/trace.hpp"
 #include "locale/content.hpp"
@@ -183,6 +184,7 @@ void vlx::setCodePageFlags(TSLocale& locale)
     };
     set(vlx::kLocaleSingleByte, page.maxCharBytes == 1);
     set(vlx::kLocaleStateful, (page.cpFlags & vlx::kStateful) != 0);
+    locale.pageTraits = vlx::pageTraitsOf(locale.codePage);
 }
 
 std::int32_t TSLocaleSetModifiable(TSLocale* locale)

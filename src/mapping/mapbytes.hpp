@@ -116,6 +116,20 @@ class PlainOutput {
     }
     std::int32_t written() const { return written_; }
 
+    // Maps bytes to bytes while they fit and `ends` is false of them, and gives their number.
+    template <class Ends>
+    std::int32_t putRun(const std::uint8_t* table, const char* bytes, std::int32_t count,
+                        const Ends& ends)
+    {
+        count = std::min(count, size_ - written_);
+        std::int32_t done = 0;
+        for (; done < count && !ends(bytes[done]); ++done)
+            output_[written_ + done] =
+                static_cast<char>(table[static_cast<std::uint8_t>(bytes[done])]);
+        written_ += done;
+        return done;
+    }
+
   private:
     char* const output_;
     const std::int32_t size_;
@@ -215,6 +229,9 @@ class PairImages {
         : form_(form), language_(language), mapping_(mapping), leaps_(leaps)
     {
     }
+
+    // Characters that no pair begins with were mapped by another.
+    void passMisses() { missed_ = true; }
 
     // The image of the character at `text`, or of it and the next one, which moves behind them.
     Image take(Text& text)

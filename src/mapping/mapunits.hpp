@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "chars/runs.hpp"
 #include "mapping/mapstr.hpp"
 
 namespace vlx {
@@ -28,15 +29,48 @@ std::int32_t mapUnits(MapTarget<Unit> target, MapSource<Unit> source, const Imag
     return count;
 }
 
+// Maps the case of 16-bit values, of which most are below U+00FF: whole blocks of them by rule.
+template <class LatinImage, class ImageOf>
+std::int32_t mapCaseUnits(MapTarget<TSChar16> target, MapSource<TSChar16> source,
+                          const LatinImage& latinImage, const ImageOf& imageOf)
+{
+    const std::int32_t count = std::max(std::min(target.size, source.length), 0);
+    std::int32_t done = 0;
+    for (; count - done >= kBlock; done += kBlock) {
+        const TSChar16* const block = source.units + done;
+        TSChar16* const images = target.units + done;
+        unsigned all = 0; // has a bit above the low byte if a value is U+00FF or more
+        for (int i = 0; i < kBlock; ++i)
+            all |= block[i] | (block[i] + 1u);
+        if (all <= 0xFF)
+            std::transform(block, block + kBlock, images, latinImage);
+        else
+            std::transform(block, block + kBlock, images, imageOf);
+    }
+    std::transform(source.units + done, source.units + count, target.units + done, imageOf);
+    return count;
+}
+
 // Case with the pairs of a language: `unicodeOf` and `unitOf` are the way to Unicode and back, and
-// `imageOf` is the case of what no pair replaces. Stops before an image that does not fit whole.
-template <class Unit, class UnicodeOf, class UnitOf, class ImageOf>
+// `mapRun` maps what no pair replaces. Stops before an image that does not fit whole.
+template <class Unit, class UnicodeOf, class UnitOf, class MapRun>
 std::int32_t mapPairs(const TSObject* language, PairTable table, MapTarget<Unit> target,
                       MapSource<Unit> source, const UnicodeOf& unicodeOf, const UnitOf& unitOf,
-                      const ImageOf& imageOf)
+                      const MapRun& mapRun)
 {
+    const PairStarts starts(language, table);
     std::int32_t written = 0;
     for (std::int32_t i = 0; i < source.length;) {
+        std::int32_t run = i;
+        while (run < source.length && !starts.has(unicodeOf(source.units[run])))
+            ++run;
+        const std::int32_t room = target.size - written;
+        const std::int32_t mapped = mapRun(MapTarget<Unit>{target.units + written, room},
+                                           MapSource<Unit>{source.units + i, run - i});
+        written += mapped;
+        if (run == source.length || mapped < run - i)
+            break;
+        i = run;
         TSChar16 results[2];
         std::int32_t taken = 1;
         const TSChar16 first = unicodeOf(source.units[i]);
@@ -49,7 +83,8 @@ std::int32_t mapPairs(const TSObject* language, PairTable table, MapTarget<Unit>
         if (std::max(count, 1) > target.size - written)
             break;
         if (count == 0)
-            target.units[written++] = imageOf(source.units[i]);
+            written += mapRun(MapTarget<Unit>{target.units + written, 1},
+                              MapSource<Unit>{source.units + i, 1});
         for (std::int32_t result = 0; result < count; ++result)
             target.units[written++] = unitOf(results[result]);
         i += taken;

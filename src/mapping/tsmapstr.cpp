@@ -1,4 +1,5 @@
 // TSMapString: the image of a string under a mapping, by the tables of its code page.
+#include "chars/runs.hpp"
 #include "mapping/mapbytes.hpp"
 
 TS_TRACE_UNIT("tsmapstr");
@@ -6,6 +7,19 @@ TS_TRACE_UNIT("tsmapstr");
 namespace {
 
 using vlx::Mapping;
+
+// The digit of a byte, or the byte: one byte of the image, whatever the page makes of it.
+char digitByte(const TSObject* object, char source)
+{
+    const TSCodePageHeader& page = tsCodePage(object);
+    const auto byte = static_cast<uint8_t>(source);
+    const TSChar16 digit =
+        page.charType[byte] & vlx::kDigitType ? vlx::uniDigit(page.toUnicode[byte]) : 0;
+    char image[4] = {source};
+    if (digit != 0)
+        TSCpUnicodeToMb(object, digit, image);
+    return image[0];
+}
 
 // Single-byte text where a byte becomes a byte.
 int32_t mapSingle(const TSLocale& locale, const Mapping& mapping, char* destination, int32_t size,
@@ -20,11 +34,31 @@ int32_t mapSingle(const TSLocale& locale, const Mapping& mapping, char* destinat
         for (int32_t i = 0; i < count; ++i)
             destination[i] = static_cast<char>(table[static_cast<uint8_t>(source[i])]);
     } else {
-        const vlx::MultiMap form{{locale.codePage}};
-        for (int32_t i = 0; i < count; ++i) // one byte of the image, whatever the page makes of it
-            destination[i] = digitImage(form, {source + i, source + length}).bytes[0];
+        for (int32_t i = 0; i < count; ++i)
+            destination[i] = digitByte(locale.codePage, source[i]);
     }
     return count;
+}
+
+// Case of single-byte text with the pairs of a language: where none begins a byte becomes a byte.
+int32_t mapSinglePairs(const TSLocale& locale, const Mapping& mapping, bool leaps,
+                       vlx::Text<vlx::MultiForm> text, vlx::PlainOutput output)
+{
+    const TSCodePageHeader& page = tsCodePage(locale.codePage);
+    const uint8_t* const table = mapping.caseTable(page);
+    const vlx::PairStarts starts(locale.language, mapping.pairs());
+    const vlx::MultiMap form{{locale.codePage}};
+    vlx::PairImages<vlx::MultiMap> images(form, locale.language, mapping, leaps);
+    const auto beginsPair = [&](char byte) {
+        return starts.has(page.toUnicode[static_cast<uint8_t>(byte)]);
+    };
+    do {
+        const int32_t run = output.putRun(table, text.at, text.left(), beginsPair);
+        text.at += run;
+        if (run > 0)
+            images.passMisses();
+    } while (form.next(text) && output.put(images.take(text)));
+    return output.written();
 }
 
 int32_t mapPlain(const TSLocale& locale, const Mapping& mapping, char* destination, int32_t size,
@@ -35,6 +69,9 @@ int32_t mapPlain(const TSLocale& locale, const Mapping& mapping, char* destinati
         return mapSingle(locale, mapping, destination, size, source, length);
     // Deliberate: in lower case a character that hits alone just behind a miss leaps over bytes.
     const bool leaps = !mapping.isUpper();
+    if (usesPairs && (locale.pageTraits & vlx::kAllSingle))
+        return mapSinglePairs(locale, mapping, leaps, {source, source + length},
+                              vlx::PlainOutput(destination, size));
     return vlx::mapText(vlx::MultiMap{{locale.codePage}}, locale.language, mapping, usesPairs,
                         leaps, {source, source + length}, vlx::PlainOutput(destination, size));
 }

@@ -15,14 +15,18 @@ TSChar16 digitOf(TSChar16 value)
     return digit != 0 && (vlx::uniTypeWord(value) & vlx::kDigitType) ? digit : value;
 }
 
-template <class ImageOf>
+template <class LatinImage, class ImageOf>
 int32_t mapCase(const TSLocale& locale, const Mapping& mapping, vlx::MapTarget<TSChar16> target,
-                vlx::MapSource<TSChar16> source, const ImageOf& imageOf)
+                vlx::MapSource<TSChar16> source, const LatinImage& latinImage,
+                const ImageOf& imageOf)
 {
+    const auto mapRun = [&](const auto& to, const auto& from) {
+        return mapCaseUnits(to, from, latinImage, imageOf);
+    };
     if (!mapping.usesPairs(locale))
-        return mapUnits(target, source, imageOf);
+        return mapRun(target, source);
     const auto same = [](TSChar16 value) { return value; };
-    return mapPairs(locale.language, mapping.pairs(), target, source, same, same, imageOf);
+    return mapPairs(locale.language, mapping.pairs(), target, source, same, same, mapRun);
 }
 
 int32_t mapText(const TSLocale& locale, const Mapping& mapping, vlx::MapTarget<TSChar16> target,
@@ -39,10 +43,12 @@ int32_t mapText(const TSLocale& locale, const Mapping& mapping, vlx::MapTarget<T
         break;
     }
     if (mapping.isUpper())
-        return mapCase(locale, mapping, target, source,
-                       [](TSChar16 unit) { return vlx::uniToUpper(unit); });
-    return mapCase(locale, mapping, target, source,
-                   [](TSChar16 unit) { return vlx::uniToLower(unit); });
+        return mapCase(
+            locale, mapping, target, source, [](TSChar16 unit) { return vlx::latinToUpper(unit); },
+            [](TSChar16 unit) { return vlx::uniToUpper(unit); });
+    return mapCase(
+        locale, mapping, target, source, [](TSChar16 unit) { return vlx::latinToLower(unit); },
+        [](TSChar16 unit) { return vlx::uniToLower(unit); });
 }
 
 } // namespace

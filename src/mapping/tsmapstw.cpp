@@ -24,7 +24,8 @@ int32_t mapText(const TSLocale& locale, const vlx::Mapping& mapping,
     return mapPairs(
         locale.language, mapping.pairs(), target, source,
         [&](TSChar32 unit) { return map.unicode(unit); },
-        [&](TSChar16 unicode) { return map.value(unicode); }, cased);
+        [&](TSChar16 unicode) { return map.value(unicode); },
+        [&](const auto& to, const auto& from) { return mapUnits(to, from, cased); });
 }
 
 } // namespace

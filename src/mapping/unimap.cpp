@@ -23,6 +23,22 @@ const TSMapPair* mapPairs(const TSObject* object)
                                               tsCodePage(object).mapPairsOffset);
 }
 
+// The pair table of a language.
+struct LanguagePairs {
+    LanguagePairs(const TSObject* language, vlx::PairTable table)
+    {
+        const std::uint8_t* const section = language->sections[0];
+        const auto& content = *reinterpret_cast<const TSLanguageContent*>(section);
+        const bool upper = table == vlx::PairTable::kUpper;
+        count = upper ? content.upperPairCount : content.lowerPairCount;
+        entries = reinterpret_cast<const TSLanguagePair*>(
+            section + (upper ? content.upperPairs : content.lowerPairs));
+    }
+
+    unsigned count;
+    const TSLanguagePair* entries;
+};
+
 } // namespace
 
 TSChar16 TSUniToLower(TSLocale* handle, TSChar16 value)
@@ -80,21 +96,24 @@ TSChar32 TSCpUnmapValue(const TSObject* object, TSChar32 value)
     return 0;
 }
 
+vlx::PairStarts::PairStarts(const TSObject* language, PairTable table)
+{
+    const LanguagePairs pairs(language, table);
+    for (unsigned i = 0; i < pairs.count; ++i)
+        starts_[pairs.entries[i].first & 0xFF] = true;
+}
+
 std::int32_t TSLangMapPair(const TSObject* language, TSChar16 first, TSChar16 second,
                            TSChar16* result1, TSChar16* result2, vlx::PairTable table)
 {
-    const std::uint8_t* const section = language->sections[0];
-    const auto& content = *reinterpret_cast<const TSLanguageContent*>(section);
-    const bool upper = table == vlx::PairTable::kUpper;
-    const unsigned count = upper ? content.upperPairCount : content.lowerPairCount;
-    const auto* const pairs = reinterpret_cast<const TSLanguagePair*>(
-        section + (upper ? content.upperPairs : content.lowerPairs));
-    for (unsigned i = 0; i < count; ++i) {
-        if (pairs[i].first != first || pairs[i].second != second)
+    const LanguagePairs pairs(language, table);
+    for (unsigned i = 0; i < pairs.count; ++i) {
+        const TSLanguagePair& pair = pairs.entries[i];
+        if (pair.first != first || pair.second != second)
             continue;
-        *result1 = pairs[i].result1;
-        *result2 = pairs[i].result2;
-        return pairs[i].result2 > 0 ? 2 : 1;
+        *result1 = pair.result1;
+        *result2 = pair.result2;
+        return pair.result2 > 0 ? 2 : 1;
     }
     return 0;
 }

@@ -42,10 +42,10 @@ struct CompareOptions {
 template <class Unit>
 std::int32_t firstDifference(const Unit* first, const Unit* second, std::int32_t count)
 {
-    constexpr std::int32_t kBlock = 32 / sizeof(Unit);
+    constexpr std::int32_t kUnits = 32 / sizeof(Unit);
     std::int32_t at = 0;
-    while (count - at >= kBlock && std::memcmp(first + at, second + at, 32) == 0)
-        at += kBlock;
+    while (count - at >= kUnits && std::memcmp(first + at, second + at, 32) == 0)
+        at += kUnits;
     while (at < count && first[at] == second[at])
         ++at;
     return at;
@@ -54,9 +54,9 @@ std::int32_t firstDifference(const Unit* first, const Unit* second, std::int32_t
 // The difference of the first bytes that differ, 0 if none do.
 inline std::int32_t byteDifference(const char* first, const char* second, std::int32_t count)
 {
-    const std::int32_t at = firstDifference(first, second, count);
-    if (at == count)
+    if (std::memcmp(first, second, static_cast<std::size_t>(count)) == 0)
         return 0;
+    const std::int32_t at = firstDifference(first, second, count);
     return static_cast<std::uint8_t>(first[at]) - static_cast<std::uint8_t>(second[at]);
 }
 

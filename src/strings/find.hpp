@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "chars/walk.hpp"
 #include "frame/globals.hpp"
 #include "frame/trace.hpp"
 #include "strings/length.hpp"
@@ -63,6 +64,51 @@ inline const char* findByte(const char* string, std::int32_t length, char byte, 
     return nullptr;
 }
 
+// Finds a character of `length` bytes in a run of such characters.
+inline const char* findInRun(const char* begin, const char* end, const char* sought,
+                             std::int32_t length, bool last)
+{
+    if (length == 1)
+        return findByte(begin, static_cast<std::int32_t>(end - begin), *sought, last);
+    if (length == 2 && !last) {
+        std::uint16_t pair;
+        std::memcpy(&pair, sought, sizeof pair);
+        const char* const at = begin + 2 * findWord(begin, (end - begin) / 2, pair);
+        return at == end ? nullptr : at;
+    }
+    const char* found = nullptr;
+    for (const char* at = begin; at != end && (last || !found); at += length)
+        if (std::equal(at, at + length, sought))
+            found = at;
+    return found;
+}
+
+// Finds a character of text without shift bytes, as findCharacter does.
+inline const char* findInRuns(const TSLocale& locale, const char* string, std::int32_t length,
+                              const char* sought, bool last)
+{
+    const TSCodePageHeader& page = tsCodePage(locale.codePage);
+    const std::int32_t wanted = page.charLength[static_cast<std::uint8_t>(*sought)];
+    const char* found = nullptr;
+    walkRuns(page, PlainSet::ofBytes(locale.pageTraits), string, string + length,
+             [&](const char* begin, const char* end, std::int32_t lengthOfEach) {
+                 if (lengthOfEach == wanted)
+                     if (const char* const at = findInRun(begin, end, sought, wanted, last))
+                         found = at;
+                 return last || !found;
+             });
+    return found;
+}
+
+inline const TSChar16* findFirst(const TSChar16* begin, const TSChar16* end, TSChar16 unit)
+{
+    return begin + findWord(begin, end - begin, unit);
+}
+inline const TSChar32* findFirst(const TSChar32* begin, const TSChar32* end, TSChar32 unit)
+{
+    return std::find(begin, end, unit);
+}
+
 // Finds a unit. Deliberate: a negative length takes in the terminator in the search forward alone;
 // the search for the last match begins before it.
 template <class Unit>
@@ -82,7 +128,7 @@ const Unit* findUnit(const Unit* string, std::int32_t length, Unit unit, bool la
         return at;
     }
     const Unit* const end = string + length;
-    const Unit* const at = std::find(string, end, unit);
+    const Unit* const at = findFirst(string, end, unit);
     return at == end ? nullptr : at;
 }
 

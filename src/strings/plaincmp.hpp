@@ -1,6 +1,7 @@
 // Comparison of multi-byte text without shift bytes, character by character.
 #pragma once
 
+#include "chars/runs.hpp"
 #include "mapping/mapbytes.hpp"
 #include "strings/compare.hpp"
 
@@ -84,9 +85,19 @@ inline std::int32_t compareSingleCase(const TSLocale& locale, const CompareText&
     const auto* const first = reinterpret_cast<const std::uint8_t*>(text1.string);
     const auto* const second = reinterpret_cast<const std::uint8_t*>(text2.string);
     const std::int32_t common = std::min(text1.length, text2.length);
-    for (std::int32_t i = 0; i < common; ++i)
-        if (upper[first[i]] != upper[second[i]])
-            return upper[first[i]] - upper[second[i]];
+    const bool byBlocks = (locale.pageTraits & kAsciiCase) != 0;
+    std::int32_t at = 0;
+    while (at < common) {
+        if (byBlocks && common - at >= kBlock &&
+            areSameButForCase(text1.string + at, text2.string + at)) {
+            at += kBlock;
+            continue;
+        }
+        const std::int32_t end = std::min(at + kBlock, common);
+        for (; at < end; ++at)
+            if (upper[first[at]] != upper[second[at]])
+                return upper[first[at]] - upper[second[at]];
+    }
     return 0;
 }
 

@@ -89,25 +89,87 @@ std::int32_t spanOf(const Form& form, const SpanText<Form>& string, const SpanTe
     return static_cast<std::int32_t>(text.at - string.string);
 }
 
+// What ends a span of units below 256, in a table, and how far the span goes.
+class SpanTable {
+  public:
+    explicit SpanTable(bool inSet) : inSet_(inSet) { std::fill(goesOn_, goesOn_ + 256, !inSet); }
+
+    void add(std::uint8_t unit) { goesOn_[unit] = inSet_; }
+    void stopAt(std::uint8_t unit) { goesOn_[unit] = false; }
+    bool goesOn(std::uint8_t unit) const { return goesOn_[unit]; }
+
+    // Whether a span goes on over eight units.
+    template <class Unit>
+    bool goesOnOver(const Unit* units) const
+    {
+        bool all = true;
+        for (int i = 0; i < kUnits; ++i)
+            all &= goesOn_[static_cast<std::uint8_t>(units[i])];
+        return all;
+    }
+
+    static constexpr int kUnits = 8;
+
+  private:
+    const bool inSet_;
+    bool goesOn_[256];
+};
+
 // The span of single-byte text: one look into a table for each byte, and no look for the end of a
 // terminated string before it is reached.
 inline std::int32_t spanOf(const SingleForm&, const SpanText<SingleForm>& string,
                            const SpanText<SingleForm>& set, bool inSet)
 {
-    bool goesOn[256];
-    std::fill(goesOn, goesOn + 256, !inSet);
+    SpanTable table(inSet);
     const std::int32_t setLength = set.length < 0 ? unitsOf(set.string) : set.length;
     for (std::int32_t i = 0; i < setLength; ++i)
-        goesOn[static_cast<std::uint8_t>(set.string[i])] = inSet;
+        table.add(static_cast<std::uint8_t>(set.string[i]));
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(string.string);
     std::int32_t at = 0;
     if (string.length < 0) {
-        goesOn[0] = false;
-        while (goesOn[bytes[at]])
+        table.stopAt(0);
+        while (table.goesOn(bytes[at]))
             ++at;
     } else {
-        while (at < string.length && goesOn[bytes[at]])
+        while (string.length - at >= SpanTable::kUnits && table.goesOnOver(bytes + at))
+            at += SpanTable::kUnits;
+        while (at < string.length && table.goesOn(bytes[at]))
             ++at;
+    }
+    return at;
+}
+
+// The span of 16-bit text: by a table too, in which other units than Latin-1 are not.
+inline std::int32_t spanOf(const UnicodeForm& form, const SpanText<UnicodeForm>& string,
+                           const SpanText<UnicodeForm>& set, bool inSet)
+{
+    const CharacterSet<UnicodeForm> characters(form, textOf(form, set.string, set.length));
+    SpanTable table(inSet);
+    const std::int32_t setLength = set.length < 0 ? unitsOf(set.string) : set.length;
+    for (std::int32_t i = 0; i < setLength; ++i)
+        if (set.string[i] <= 0xFF)
+            table.add(static_cast<std::uint8_t>(set.string[i]));
+    const TSChar16* const units = string.string;
+    const std::int32_t length = string.length < 0 ? unitsOf(units) : string.length;
+    const auto goesOn = [&](std::int32_t at) {
+        if (units[at] <= 0xFF)
+            return table.goesOn(static_cast<std::uint8_t>(units[at]));
+        return characters.has({units + at, units + length}) == inSet;
+    };
+    const auto areLatin = [units](std::int32_t at) {
+        unsigned all = 0;
+        for (int i = 0; i < SpanTable::kUnits; ++i)
+            all |= units[at + i];
+        return all <= 0xFF;
+    };
+    std::int32_t at = 0;
+    while (at < length) {
+        if (length - at >= SpanTable::kUnits && areLatin(at) && table.goesOnOver(units + at))
+            at += SpanTable::kUnits;
+        else if (goesOn(at))
+            ++at;
+        else
+            break;
     }
     return at;
 }

@@ -16,7 +16,5 @@ char* TSStrchr(TSLocale* handle, const char* string, int32_t length, const char*
     length = vlx::findLength(*locale, string, 0, length, options);
     if (locale->flags & vlx::kLocaleSingleByte)
         TS_RETURN(const_cast<char*>(vlx::findByte(string, length, *character, last)));
-    const vlx::MultiForm form{locale->codePage};
-    const auto found = findCharacter(form, {string, string + length}, {character, nullptr}, last);
-    TS_RETURN(const_cast<char*>(found.at));
+    TS_RETURN(const_cast<char*>(vlx::findInRuns(*locale, string, length, character, last)));
 }

@@ -6,16 +6,26 @@ TS_TRACE_UNIT("tsstrcmp");
 
 namespace {
 
-// The bytes to compare. Deliberate: a negative length other than -1 is a text of nothing.
-int32_t bytesOf(const TSLocale& locale, const char* string, int32_t length, bool counted)
+// The bytes of a string as given. Deliberate: a negative length other than -1 is a text of nothing.
+int32_t givenBytes(const TSLocale& locale, const char* string, int32_t length, bool counted)
 {
     if (length == -1)
         return vlx::unitsOf(string);
     if (length <= 0)
         return 0;
-    if (counted)
-        length = TSCpCharsToBytes(locale.codePage, string, 0, length);
-    return vlx::wholeBytes(locale, string, length);
+    return counted ? TSCpCharsToBytes(locale.codePage, string, 0, length) : length;
+}
+
+// Whether the exact comparison of two strings as given, not empty, is also that of their whole
+// characters: they differ before anything that could be cut off, or have the same bytes.
+bool comparesAsGiven(const vlx::CompareText& first, const vlx::CompareText& second, int32_t& result)
+{
+    const int32_t common = std::min(first.length, second.length);
+    result = vlx::byteDifference(first.string, second.string, common);
+    if (result == 0)
+        return first.length == second.length;
+    const int32_t sure = common - (vlx::kLongestCharacter - 1);
+    return sure > 0 && std::memcmp(first.string, second.string, static_cast<size_t>(sure)) != 0;
 }
 
 // The result of a comparison that needs no memory.
@@ -47,8 +57,19 @@ int32_t TSStrcmp(TSLocale* handle, const char* string1, int32_t length1, const c
     const vlx::CompareOptions asked(options);
     if (!asked.isGood())
         TS_FAIL(locale->lastError, TS_ERR_ARGUMENT, 0, "Invalid options %#x", options);
-    vlx::CompareText first{string1, bytesOf(*locale, string1, length1, asked.counted)};
-    vlx::CompareText second{string2, bytesOf(*locale, string2, length2, asked.counted)};
+    vlx::CompareText first{string1, givenBytes(*locale, string1, length1, asked.counted)};
+    vlx::CompareText second{string2, givenBytes(*locale, string2, length2, asked.counted)};
+    int32_t difference = 0;
+    if (asked.isExact() && !asked.strips && !tsTrace.on(TRC1_DETAIL) && length1 > 0 &&
+        length2 > 0 && comparesAsGiven(first, second, difference)) {
+        locale->lastError = TS_ERR_NONE;
+        TS_RETURN(difference);
+    }
+    // A character that a given length cuts off does not count.
+    if (length1 > 0)
+        first.length = vlx::wholeBytes(*locale, string1, first.length);
+    if (length2 > 0)
+        second.length = vlx::wholeBytes(*locale, string2, second.length);
     if (asked.strips)
         vlx::stripBlanks(first, second, [&](char* copy, int32_t, int32_t size) {
             return TSTruncateString(locale, copy, size, truncationOptions(asked));

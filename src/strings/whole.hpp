@@ -2,6 +2,7 @@
 #pragma once
 
 #include "chars/form.hpp"
+#include "chars/walk.hpp"
 
 namespace vlx {
 
@@ -19,8 +20,10 @@ inline std::int32_t wholeBytes(const TSLocale& locale, const char* string, std::
 {
     if (locale.flags & kLocaleSingleByte)
         return length;
-    const MultiForm form{locale.codePage};
-    return static_cast<std::int32_t>(behindWhole(form, {string, string + length}).at - string);
+    const char* const behind =
+        walkRuns(tsCodePage(locale.codePage), PlainSet::ofBytes(locale.pageTraits), string,
+                 string + length, [](const char*, const char*, std::int32_t) { return true; });
+    return static_cast<std::int32_t>(behind - string);
 }
 
 } // namespace vlx

@@ -116,8 +116,8 @@ void SortNumbers::add(const HeldElement& element)
         tertiaries_[element.tertiaries];
 }
 
-// The weight that a page by rule stands ahead of: that of the first of its characters that the table
-// lists. Pages of syllables of Hangul stand behind all their letters.
+// The weight that a page by rule stands ahead of: that of the first of its characters that the
+// table lists. Pages of syllables of Hangul stand behind all their letters.
 int SortNumbers::anchorOf(unsigned page)
 {
     const auto& groups = root_.groups();
@@ -151,7 +151,8 @@ SortNumbers::Path SortNumbers::pathOf(const std::vector<int>& primaries) const
     for (const int primary : primaries) {
         const auto root = static_cast<int>(weights_.rootOf(primary) & 0xFFFF);
         if (isByRule(primary))
-            path.emplace_back(2 * placeOf(anchors_[static_cast<unsigned>(root) >> 8]), 2 * root + 1);
+            path.emplace_back(2 * placeOf(anchors_[static_cast<unsigned>(root) >> 8]),
+                              2 * root + 1);
         else
             path.emplace_back(2 * placeOf(primary) + 1, 0);
     }
