@@ -317,7 +317,7 @@ void addBytes(const Language& language)
                  return asLength(strxfrm(key, word.bytes.c_str(), static_cast<std::size_t>(size)));
              });
     });
-    addWorker(language, "1252", "icu", [&language](benchmark::State& state, const auto& body) {
+    addWorker(language, "1252", "icu", [&language](benchmark::State&, const auto& body) {
         IcuCollator icu(language.icu);
         body([&](const Piece& first,
                  const Piece& second) { return icu.compareBytes(first, second); },
@@ -343,7 +343,7 @@ void addUnits(const Language& language)
                                   asLength(word.units.size()), 0);
             });
     });
-    addWorker(language, "16bit", "icu", [&language](benchmark::State& state, const auto& body) {
+    addWorker(language, "16bit", "icu", [&language](benchmark::State&, const auto& body) {
         IcuCollator icu(language.icu);
         body([&](const Piece& first,
                  const Piece& second) { return icu.compareUnits(first, second); },

@@ -8,16 +8,12 @@
 
 namespace vlx {
 
-// The route without options: by collation elements. None without memory, where it is needed or
-// where the caller can see that it was asked for.
+// Without streams if that can be, else with them; none without memory.
 template <class Form>
-std::optional<std::int32_t> compareElements(const TSLocale& locale, const Form& form,
-                                            const Text<Form>& text1, const Text<Form>& text2,
-                                            WorkArea& area)
+[[gnu::noinline]] std::optional<std::int32_t>
+compareFurther(const Form& form, const Sort& sort, const Text<Form>& text1, const Text<Form>& text2,
+               WorkArea& area)
 {
-    if (!area.canWait() && !area.take())
-        return {};
-    const Sort sort = sortOf(locale);
     CollationCursor<Form> cursor1{text1};
     CollationCursor<Form> cursor2{text2};
     if (QuickComparison<Form>::isFor(sort)) {
@@ -33,6 +29,22 @@ std::optional<std::int32_t> compareElements(const TSLocale& locale, const Form& 
     TSSortStreams streams1(area.first(), static_cast<std::uint64_t>(text1.left()));
     TSSortStreams streams2(area.second(), static_cast<std::uint64_t>(text2.left()));
     return Collation<Form>(form, sort, cursor1, streams1, cursor2, streams2).run();
+}
+
+// The route without options: by collation elements. None without memory, where it is needed or
+// where the caller can see that it was asked for.
+template <class Form>
+std::optional<std::int32_t> compareElements(const TSLocale& locale, const Form& form,
+                                            const Text<Form>& text1, const Text<Form>& text2,
+                                            WorkArea& area)
+{
+    if (!area.canWait() && !area.take())
+        return {};
+    const Sort sort = sortOf(locale);
+    const std::int32_t difference = firstLetters(form, sort, text1, text2);
+    if (difference != 0)
+        return difference;
+    return compareFurther(form, sort, text1, text2, area);
 }
 
 // The route with options: by keys. `keyOf1` and `keyOf2` make one in a buffer and give its length,

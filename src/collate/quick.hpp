@@ -109,9 +109,9 @@ class QuickSide {
     bool holdsSecond() const { return holds_; } // of an expansion
     bool hasMore() const { return hasText() || holds_; }
 
-    Found next()
+    [[gnu::always_inline]] Found next()
     {
-        if (holds_) {
+        if (holds_) [[unlikely]] {
             holds_ = false;
             element = second_;
             return asFound();
@@ -132,7 +132,7 @@ class QuickSide {
 
     // Reads the second character of a contraction; false if there is none. A character that can be
     // lost where it is read ahead is left to the streams.
-    bool readPair(TSChar16 value)
+    [[gnu::noinline]] bool readPair(TSChar16 value)
     {
         element.weight1 = 0;
         if (value == CollationCursor<Form>::kNothing)
@@ -165,7 +165,7 @@ class QuickSide {
         return asFound();
     }
 
-    Found expand(TSChar16 value)
+    [[gnu::noinline]] Found expand(TSChar16 value)
     {
         SortElements found;
         if (lookUpExpansion(sort_, value, found) == 0)
@@ -181,6 +181,31 @@ class QuickSide {
     TSSortElement second_{};
     bool holds_ = false;
 };
+
+// The difference of the first letters of two texts, by which most comparisons end; 0 if there is
+// none, or if it takes more than two records to tell.
+template <class Form>
+std::int32_t firstLetters(const Form& form, const Sort& sort, Text<Form> text1, Text<Form> text2)
+{
+    TSChar16 value1;
+    TSChar16 value2;
+    if (!readUnicode(form, text1, value1) || !readUnicode(form, text2, value2))
+        return 0;
+    if (sort.hasContractions() && (sort.mayBeginPair(value1) || sort.mayBeginPair(value2)))
+        return 0;
+    const TSSortPage& page1 = sort.page(value1);
+    const TSSortPage& page2 = sort.page(value2);
+    if (!isTablePage(page1) || !isTablePage(page2))
+        return 0;
+    const TSSortChar& record1 = sort.record(page1, value1);
+    const TSSortChar& record2 = sort.record(page2, value2);
+    constexpr unsigned kLooked = kSortExpansion | kSortSpecial | forwardBit(1) << kDirectionShift;
+    constexpr unsigned kLetter = forwardBit(1) << kDirectionShift;
+    if ((record1.sortBits & kLooked) != kLetter || (record2.sortBits & kLooked) != kLetter ||
+        record1.weight1 == 0 || record2.weight1 == 0)
+        return 0;
+    return record1.weight1 - record2.weight1;
+}
 
 template <class Form>
 class QuickComparison {
