@@ -36,6 +36,7 @@ void addStartRows();
 void addSteppingRows();
 void addConversionRows();
 void addStringRows();
+void addCollationRows();
 void addMessageRows();
 
 } // namespace vlx::bench
