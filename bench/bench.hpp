@@ -38,5 +38,6 @@ void addConversionRows();
 void addStringRows();
 void addCollationRows();
 void addMessageRows();
+void addSearchRows();
 
 } // namespace vlx::bench

@@ -39,6 +39,7 @@ int main(int argc, char** argv)
     vlx::bench::addStringRows();
     vlx::bench::addCollationRows();
     vlx::bench::addMessageRows();
+    vlx::bench::addSearchRows();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
