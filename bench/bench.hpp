@@ -36,5 +36,6 @@ void addStartRows();
 void addSteppingRows();
 void addConversionRows();
 void addStringRows();
+void addMessageRows();
 
 } // namespace vlx::bench

@@ -37,6 +37,7 @@ int main(int argc, char** argv)
     vlx::bench::addSteppingRows();
     vlx::bench::addConversionRows();
     vlx::bench::addStringRows();
+    vlx::bench::addMessageRows();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;

@@ -14,7 +14,7 @@ constexpr TSSortData makeCodeOrder()
 }
 
 constinit const TSSortData kCodeOrder = makeCodeOrder();
-constinit const TSSortTraits kCodeOrderTraits{true, true, true, ~std::uint64_t{0}};
+constinit const TSSortTraits kCodeOrderTraits{kAllForward, 0, true, true, ~std::uint64_t{0}};
 
 } // namespace
 

@@ -1,10 +1,11 @@
-// The comparison of most texts: without streams, by a sort whose elements are all forward.
+// The comparison of most texts: without streams, by a sort that is forward on level 1 and goes one
+// way on each other level.
 //
 // Both texts are walked together, from one element with a level 1 weight to the next. The first
 // difference on level 1 decides. As long as each element of one text has an element of the other at
 // its side, and both have weights on the same levels, the streams of the texts have the same
-// lengths, so that the first differences on levels 2 and 3 are all that is left to know. Whatever
-// else comes up needs the streams.
+// lengths, so that one difference on level 2 and one on level 3 are all that is left to know: the
+// first one, or the last one where the level is backward. Whatever else comes up needs the streams.
 #pragma once
 
 #include <optional>
@@ -66,7 +67,10 @@ class QuickComparison {
     // how the text before was read.
     static bool isFor(const Sort& sort)
     {
-        return sort.traits.isForward && (!sort.hasContractions() || sort.traits.isWithout4);
+        const TSSortTraits& traits = sort.traits;
+        return (traits.forwardLevels & forwardBit(1)) &&
+               (traits.forwardLevels | traits.backwardLevels) == kAllForward &&
+               (!sort.hasContractions() || traits.isWithout4);
     }
 
     QuickComparison(const Form& form, const Sort& sort, const Text<Form>& text1,
@@ -91,8 +95,8 @@ class QuickComparison {
                                         : (found1 == Found::kEnd ? -1 : 1);
             if (element1.weight1 != element2.weight1)
                 return element1.weight1 - element2.weight1;
-            if (!note(difference2_, element1.weight2, element2.weight2) ||
-                !note(difference3_, element1.weight3, element2.weight3))
+            if (!note(2, difference2_, element1.weight2, element2.weight2) ||
+                !note(3, difference3_, element1.weight3, element2.weight3))
                 return {};
         }
     }
@@ -101,10 +105,11 @@ class QuickComparison {
     // At the place of a text: nothing, an element with a level 1 weight, or something else.
     enum class Found : std::uint8_t { kEnd, kLetter, kOther };
 
-    // Keeps the first difference of a level; false where one text alone has a weight.
-    static bool note(std::int32_t& difference, std::uint8_t weight1, std::uint8_t weight2)
+    // Keeps the difference of a level that counts; false where one text alone has a weight.
+    bool note(int level, std::int32_t& difference, std::uint8_t weight1, std::uint8_t weight2) const
     {
-        if (difference == 0)
+        if (weight1 != weight2 &&
+            (difference == 0 || !(sort_.traits.forwardLevels & forwardBit(level))))
             difference = weight1 - weight2;
         return (weight1 == 0) == (weight2 == 0);
     }
@@ -163,7 +168,7 @@ class QuickComparison {
     const Sort& sort_;
     Text<Form> text1_;
     Text<Form> text2_;
-    std::int32_t difference2_ = 0; // the first one of the level
+    std::int32_t difference2_ = 0;
     std::int32_t difference3_ = 0;
 };
 

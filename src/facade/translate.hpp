@@ -2,14 +2,15 @@
 //
 // A source has `peek`, which gives the Unicode value of the character it stands on, or false at the
 // end or before a character that the end cuts off; `take`, which steps over it; and `restIsBlank`,
-// which tells whether nothing but blanks is left from that character on. A target has `put`, which
-// is false where the character does not fit.
+// which tells whether nothing but blanks is left from that character on. Sources of several bytes
+// have `bulk`, which gives many values at once and leaves the end of a text to the others. A target
+// has `put`, which is false where the character does not fit.
 #pragma once
 
 #include <cstdint>
 #include <cstring>
 
-#include "chars/form.hpp"
+#include "convert/decode.hpp"
 
 namespace vlx {
 
@@ -82,6 +83,14 @@ struct MultiBytes { // a page whose first bytes tell the length
     const TSCodePageHeader& page() const { return tsCodePage(object); }
     std::int32_t length(const Byte* byte) const { return page().charLength[*byte]; }
 
+    std::int32_t bulk(TSChar16* values, std::int32_t room)
+    {
+        const char* from = reinterpret_cast<const char*>(at);
+        const std::int32_t done =
+            decodeMulti(object, from, reinterpret_cast<const char*>(end), values, room);
+        at = reinterpret_cast<const Byte*>(from);
+        return done;
+    }
     bool peek(TSChar16& value) const
     {
         if (at == end || length(at) > end - at)
@@ -105,6 +114,34 @@ struct ShiftedBytes { // a stateful page
     std::int32_t state = 0;
 
     std::int32_t step() const { return state ? bytes.page().maxCharBytes : 1; }
+
+    // A loop for each state; any number of shift bytes may stand before a character.
+    std::int32_t bulk(TSChar16* values, std::int32_t room)
+    {
+        if (bytes.object->id == kUtf8CodePage) // by rule
+            return 0;
+        const TSCodePageHeader& page = bytes.page();
+        const UnicodeTrie trie(bytes.object);
+        const auto isShift = [&page](Byte byte) {
+            return byte == page.shiftIn || byte == page.shiftOut;
+        };
+        std::int32_t done = 0;
+        while (done < room && bytes.end - bytes.at > kLongestChar) {
+            if (isShift(*bytes.at)) {
+                state = *bytes.at++ == page.shiftIn;
+            } else if (state) {
+                do {
+                    values[done++] = trie.value(reinterpret_cast<const char*>(bytes.at));
+                    bytes.at += page.maxCharBytes;
+                } while (done < room && bytes.end - bytes.at > kLongestChar && !isShift(*bytes.at));
+            } else {
+                do
+                    values[done++] = page.toUnicode[*bytes.at++];
+                while (done < room && bytes.end - bytes.at > kLongestChar && !isShift(*bytes.at));
+            }
+        }
+        return done;
+    }
 
     bool peek(TSChar16& value)
     {
@@ -142,6 +179,17 @@ struct Written {
 // size as it was given, so that one element past that number is written and not counted as bytes.
 struct UnitsTarget {
     Written& to;
+
+    // Takes what a source has at once, where the output is good for 16-bit values.
+    template <class Source>
+    void take(Source& source)
+    {
+        if (reinterpret_cast<std::uintptr_t>(to.output) % sizeof(TSChar16) != 0)
+            return;
+        to.count =
+            source.bulk(reinterpret_cast<TSChar16*>(to.output), static_cast<std::int32_t>(to.size));
+        to.bytes = 2 * to.count;
+    }
 
     bool put(TSChar16 value)
     {

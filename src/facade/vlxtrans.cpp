@@ -219,7 +219,7 @@ class Translation {
         const std::int64_t room = raw && !to_.counted ? to_.size / 2 : to_.size;
         const std::int64_t count = std::min(room, length_);
         if (raw)
-            for (std::int64_t i = 0; i < count; ++i)
+            for (std::int64_t i = widenAtOnce(count); i < count; ++i)
                 vlx::putUnit(to_.output + 2 * i, source.page->toUnicode[input_[i]]);
         else
             for (std::int64_t i = 0; i < count; ++i)
@@ -230,11 +230,25 @@ class Translation {
         return count < length_ ? truncated(source) : TS_ERR_NONE;
     }
 
-    template <class Source>
-    std::int32_t fromMulti(const Source& source)
+    // Reads single bytes into 16-bit values, if that goes at once; gives their number.
+    std::int64_t widenAtOnce(std::int64_t count)
     {
-        if (target_.kind == Kind::kRaw)
-            return walk(source, vlx::UnitsTarget{to_});
+        if (reinterpret_cast<std::uintptr_t>(to_.output) % sizeof(TSChar16) != 0)
+            return 0;
+        const char* from = reinterpret_cast<const char*>(input_);
+        return vlx::decodeSingle(source_.object, from, from + count,
+                                 reinterpret_cast<TSChar16*>(to_.output),
+                                 static_cast<std::int32_t>(count));
+    }
+
+    template <class Source>
+    std::int32_t fromMulti(Source source)
+    {
+        if (target_.kind == Kind::kRaw) {
+            vlx::UnitsTarget target{to_};
+            target.take(source);
+            return walk(source, target);
+        }
         if (target_.kind == Kind::kSingle)
             return walk(source, vlx::FirstByteTarget{to_, target_.object});
         return walk(source, characters());

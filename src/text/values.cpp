@@ -1,5 +1,6 @@
 #include "text/values.hpp"
 
+#include <algorithm>
 #include <cstring>
 
 #include "chars/codepage.hpp"
@@ -30,6 +31,50 @@ ItemWalk walkOf(const TSLocale& locale, const ItemText& text)
     return {text, locale, (locale.flags & kLocaleStateful) != 0, nullptr};
 }
 
+// The bytes of characters, with no call for those that most names are made of.
+class Encoder {
+  public:
+    explicit Encoder(const TSObject* object)
+        : object_(object), page_(tsCodePage(object).unicodePages[0]),
+          bytes_(page_.kind == kPageByte && object->id != kUtf8CodePage
+                     ? object->sections[2] + page_.offset3
+                     : nullptr)
+    {
+    }
+
+    // Writes a character, at most 4 bytes, and gives their number.
+    std::int32_t put(TSChar16 unicode, char* output) const
+    {
+        const auto low = static_cast<std::uint8_t>(unicode);
+        if (!bytes_ || unicode > 0xFF || low < page_.low || low > page_.high)
+            return TSCpUnicodeToMb(object_, unicode, output);
+        *output = static_cast<char>(bytes_[low & page_.mask]);
+        return 1;
+    }
+
+  private:
+    const TSObject* const object_;
+    const TSUnicodePage& page_;
+    const std::uint8_t* const bytes_;
+};
+
+// The bytes of a text of an object.
+std::int32_t putStored(const TSLocale& locale, const ItemText& text, char* buffer,
+                       std::int32_t size)
+{
+    const Encoder encoder(locale.codePage);
+    std::int32_t length = 0;
+    for (std::int32_t i = 0; text.unit(i); ++i) {
+        char bytes[4];
+        const std::int32_t count = encoder.put(text.unit(i), bytes);
+        if (count >= size - length)
+            break;
+        std::copy_n(bytes, count, buffer + length);
+        length += count;
+    }
+    return length;
+}
+
 } // namespace
 
 std::int32_t numberItem(const TSLocale& locale, int item, bool ofObject)
@@ -42,6 +87,7 @@ std::int32_t numberItem(const TSLocale& locale, int item, bool ofObject)
 std::uint8_t byteSeparator(const TSLocale& locale, int item, bool ofObject)
 {
     const ItemText text = itemText(locale, item, !ofObject);
+    // Deliberate: there is room for one byte, so that a longer character is none at all.
     if (text.kind == TS_TEXT_CODEPAGE) {
         const auto byte = static_cast<std::uint8_t>(*text.bytes());
         const bool isWhole =
@@ -62,8 +108,15 @@ ValueText<char> plainItem(const TSLocale& locale, int item, bool ofObject, char*
         const std::int32_t length = boundedLength(text.bytes(), size - 1);
         return {text.bytes(), wholeBytes(locale, text.bytes(), length)};
     }
-    const ItemWalk walk(text, locale, false, nullptr);
-    return {buffer, writeItemBytes(locale, walk, buffer, kNoState, size, false) - 1};
+    return {buffer, putStored(locale, text, buffer, size)};
+}
+
+bool plainNameBegins(const TSLocale& locale, int item, const char* at, const char* end)
+{
+    char bytes[4];
+    const std::int32_t count =
+        Encoder(locale.codePage).put(itemText(locale, item, false).unit(0), bytes);
+    return count <= end - at && std::equal(bytes, bytes + count, at);
 }
 
 ValueText<char> shiftItem(const TSLocale& locale, int item, bool ofObject, std::int32_t state,

@@ -97,21 +97,34 @@ TSSortTraits traitsOf(const SortBuilder& sort)
     return sortTraitsOf(sectionOf(content));
 }
 
+// The levels that go one way, forward ones first.
+std::pair<int, int> levelsOf(const SortBuilder& sort)
+{
+    const TSSortTraits traits = traitsOf(sort);
+    return {traits.forwardLevels, traits.backwardLevels};
+}
+
 TEST(SortCheck, DirectionsCountWhereThereIsAWeight)
 {
-    EXPECT_TRUE(traitsOf(latinSort()).isForward);
-    EXPECT_TRUE(traitsOf(SortBuilder().letter('a', {0, 1, 0}, 0x4)).isForward);
-    EXPECT_FALSE(traitsOf(SortBuilder().letter('a', {0x101, 0, 0}, 0x7)).isForward);
-    EXPECT_FALSE(traitsOf(SortBuilder().letter('a', {0, 1, 0}, 0xB)).isForward);
-    EXPECT_FALSE(traitsOf(SortBuilder().letter('a', {0, 0, 1}, 0xD)).isForward);
-    EXPECT_FALSE(traitsOf(SortBuilder().special('a', 1, 0xE)).isForward);
-    EXPECT_TRUE(traitsOf(SortBuilder().special('a', 1, 0x1)).isForward);
-    EXPECT_FALSE(traitsOf(SortBuilder().markExpansion('a', 0xB)).isForward);
-    EXPECT_FALSE(traitsOf(SortBuilder().contraction('a', 'b', {1, 0, 0}, 0x7)).isForward);
-    EXPECT_FALSE(traitsOf(SortBuilder().level1Page(3, 0, 0x7)).isForward);
-    EXPECT_TRUE(traitsOf(SortBuilder().level1Page(3, 0, 0x8)).isForward);
-    EXPECT_FALSE(traitsOf(SortBuilder().level4Page(3, 0, 0xE)).isForward);
-    EXPECT_TRUE(traitsOf(SortBuilder().page(3, 7, 0, 0)).isForward) << "a page without weights";
+    using Levels = std::pair<int, int>;
+    EXPECT_EQ(levelsOf(SortBuilder()), Levels(0xF, 0xF)) << "no weight at all";
+    EXPECT_EQ(levelsOf(latinSort()), Levels(0xF, 0x0));
+    EXPECT_EQ(levelsOf(SortBuilder().letter('a', {0, 1, 0}, 0x4)), Levels(0xF, 0xB));
+    EXPECT_EQ(levelsOf(SortBuilder().letter('a', {0x101, 0, 0}, 0x7)), Levels(0x7, 0xF));
+    EXPECT_EQ(levelsOf(SortBuilder().letter('a', {0, 1, 0}, 0xB)), Levels(0xB, 0xF));
+    EXPECT_EQ(levelsOf(SortBuilder().letter('a', {0, 0, 1}, 0xD)), Levels(0xD, 0xF));
+    EXPECT_EQ(levelsOf(SortBuilder().special('a', 1, 0xE)), Levels(0xE, 0xF));
+    EXPECT_EQ(levelsOf(SortBuilder().special('a', 1, 0x1)), Levels(0xF, 0xE));
+    EXPECT_EQ(levelsOf(SortBuilder().markExpansion('a', 0xB)), Levels(0xB, 0x5));
+    EXPECT_EQ(levelsOf(SortBuilder().contraction('a', 'b', {1, 0, 0}, 0x7)), Levels(0x7, 0xF));
+    EXPECT_EQ(levelsOf(SortBuilder().level1Page(3, 0, 0x7)), Levels(0x7, 0xF));
+    EXPECT_EQ(levelsOf(SortBuilder().level1Page(3, 0, 0x8)), Levels(0xF, 0x7));
+    EXPECT_EQ(levelsOf(SortBuilder().level4Page(3, 0, 0xE)), Levels(0xE, 0xF));
+    EXPECT_EQ(levelsOf(SortBuilder().page(3, 7, 0, 0)), Levels(0xF, 0xF))
+        << "a page without weights";
+    EXPECT_EQ(levelsOf(SortBuilder().letter('a', {0, 1, 0}).letter('b', {0, 1, 0}, 0xB)),
+              Levels(0xB, 0xB))
+        << "both ways";
 }
 
 TEST(SortCheck, Level4IsSeenWhereverItIs)

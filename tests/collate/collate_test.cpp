@@ -169,6 +169,21 @@ TEST(Collation, AccentsThatAreBackwardAreComparedInReverse)
     EXPECT_EQ(latin.compare("1a3", "3a1"), 2 - 4) << "a letter closes the run";
 }
 
+TEST(Collation, ALevelCanBeBackwardThroughout)
+{
+    SortBuilder order;
+    for (char letter = 'a'; letter <= 'z'; ++letter)
+        order.letter(static_cast<TSChar16>(letter), {letterWeight(letter)}, kBackward2);
+    order.letter(0xE4, {letterWeight('a'), 2}, kBackward2)
+        .letter(0xC4, {letterWeight('o'), 3}, kBackward2);
+    SortedLatin latin(std::move(order));
+    EXPECT_EQ(latin.compare("\xE4to", "at\xC4"), 1 - 3) << "the last accent counts";
+    EXPECT_EQ(latin.compare("at\xC4", "\xE4to"), 3 - 1);
+    EXPECT_EQ(latin.compare("\xE4to", "ato"), 2 - 1);
+    EXPECT_EQ(latin.compare("x\xE4\xE4x", "xa\xE4x"), 2 - 1);
+    EXPECT_EQ(latin.compare("\xE4to", "atp"), -step('o', 'p'));
+}
+
 TEST(Collation, EachLevelHasADirectionOfItsOwn)
 {
     SortBuilder order = latinSort();

@@ -47,6 +47,7 @@ SortWorld::SortWorld(Random& random, PageShape shape) : world(random, shape)
     isBinary_ = oneIn(random, 6);
     backward_ = static_cast<int>(random() % 4);
     directions_ = static_cast<std::uint8_t>(random() % 16);
+    hasSpecials_ = oneIn(random, 2);
     build(random);
 }
 
@@ -95,7 +96,9 @@ void SortWorld::choosePage(Random& random, SortBuilder& sort, unsigned high)
     const auto base = static_cast<std::uint16_t>(oneIn(random, 4) ? 0xFFA0 : random());
     const bool isTable = !oneIn(random, 4);
     if (!isTable) {
-        sort.page(byte, static_cast<std::uint8_t>(random() % 7 + 1), base, directions(random));
+        const unsigned flags = random() % 7 + 1;
+        sort.page(byte, static_cast<std::uint8_t>(hasSpecials_ || flags != 4 ? flags : 2), base,
+                  directions(random));
         return;
     }
     for (const TSChar16 value : values_) {
@@ -103,6 +106,8 @@ void SortWorld::choosePage(Random& random, SortBuilder& sort, unsigned high)
             continue;
         switch (random() % 12) {
         case 0:
+            if (!hasSpecials_)
+                break;
             sort.special(value, anyWeight4(random), directions(random));
             break;
         case 1:
@@ -124,7 +129,7 @@ void SortWorld::chooseContractions(Random& random, SortBuilder& sort)
     for (std::uint64_t count = 1 + random() % 10; count > 0; --count) {
         const TSChar16 first = anyValue(random);
         const TSChar16 second = anyValue(random);
-        if (oneIn(random, 8))
+        if (hasSpecials_ && oneIn(random, 8))
             sort.specialContraction(first, second, anyWeight4(random), directions(random));
         else
             sort.contraction(first, second, anyWeights(random), directions(random));

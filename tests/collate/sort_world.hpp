@@ -39,6 +39,7 @@ class SortWorld {
 
     std::vector<TSChar16> values_; // of the texts
     int backward_ = 0;             // how much of it is
+    bool hasSpecials_ = false;
     std::uint8_t directions_ = 0xF;
     SortBuilder fast_;
     TSObject slow_{}; // the same, without its traits

@@ -56,6 +56,7 @@ struct State {
     std::map<std::pair<std::uint32_t, std::uint32_t>, Setting> settings;
     std::uint32_t narrowPage = 0; // 0: settings come as 16-bit text
     std::vector<MemoryHost::Reading> readings;
+    int openSettings = 0;
     std::uint32_t calls = 0;
     std::uint32_t failing = 0;
     std::intptr_t lastId = 0;
@@ -115,6 +116,7 @@ void MemoryHost::reset()
     host.settings.clear();
     host.narrowPage = 0;
     host.readings.clear();
+    host.openSettings = 0;
     host.calls = 0;
     host.failing = 0;
 }
@@ -212,6 +214,11 @@ void MemoryHost::setSetting(std::uint32_t locale, std::uint32_t setting,
 void MemoryHost::makeNarrow(std::uint32_t codePage)
 {
     Locked().host.narrowPage = codePage;
+}
+
+int MemoryHost::openSettings()
+{
+    return Locked().host.openSettings;
 }
 
 std::vector<MemoryHost::Reading> MemoryHost::readings()
@@ -440,16 +447,17 @@ namespace {
 
 // Copies a setting into elements of some width, with its terminator, if it fits.
 template <class Element>
-bool copySetting(const SettingName& name, bool wide, Element* text, std::uint32_t size)
+bool copySetting(const Settings& settings, Setting setting, bool wide, Element* text,
+                 std::uint32_t size)
 {
     Locked locked;
-    const auto number = static_cast<std::uint32_t>(name.setting);
-    locked.host.readings.push_back({name.locale, number, name.changedByUser, wide});
-    const auto found = locked.host.settings.find({name.locale, number});
+    const auto number = static_cast<std::uint32_t>(setting);
+    locked.host.readings.push_back({settings.locale, number, settings.changedByUser, wide});
+    const auto found = locked.host.settings.find({settings.locale, number});
     if (found == locked.host.settings.end())
         return false;
     const std::u16string& value =
-        name.changedByUser ? found->second.changed : found->second.original;
+        settings.changedByUser ? found->second.changed : found->second.original;
     if (value.size() >= size)
         return false;
     for (std::size_t i = 0; i <= value.size(); ++i)
@@ -459,14 +467,25 @@ bool copySetting(const SettingName& name, bool wide, Element* text, std::uint32_
 
 } // namespace
 
-bool readSetting(const SettingName& name, char* text, std::uint32_t size)
+Settings openSettings(std::uint32_t locale, bool changedByUser)
 {
-    return copySetting(name, false, text, size);
+    ++Locked().host.openSettings;
+    return {locale, changedByUser, nullptr};
 }
 
-bool readSetting16(const SettingName& name, TSChar16* text, std::uint32_t size)
+void closeSettings(const Settings&)
 {
-    return hasSettings16() && copySetting(name, true, text, size);
+    --Locked().host.openSettings;
+}
+
+bool readSetting(const Settings& settings, Setting setting, char* text, std::uint32_t size)
+{
+    return copySetting(settings, setting, false, text, size);
+}
+
+bool readSetting16(const Settings& settings, Setting setting, TSChar16* text, std::uint32_t size)
+{
+    return hasSettings16() && copySetting(settings, setting, true, text, size);
 }
 
 bool hasSettings16()

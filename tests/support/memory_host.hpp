@@ -43,6 +43,7 @@ struct MemoryHost {
     static int openMappings();
     static int openViews();
     static int liveBlocks();
+    static int openSettings();
 
     static void setEnvironment(std::string_view name, std::string_view value);
     static void clearEnvironment();

@@ -103,7 +103,8 @@ std::optional<std::string> LocaleText::encode(const std::string& utf8, std::stri
     };
     for (const char16_t unit : *units) {
         const auto character = page_.encode(unit);
-        if (!character) {
+        // A character that is missing would become the page's substitute.
+        if (!character || page_.decode(*character) != unit) {
             complaint = "the code page has no " + unitName(unit);
             return std::nullopt;
         }

@@ -6,6 +6,7 @@
 
 #include "sort_compile.hpp"
 #include "sort_view.hpp"
+#include "sort_walk.hpp"
 #include "sourcefile.hpp"
 
 namespace vlx::data {
@@ -18,6 +19,20 @@ constexpr int kMaxErrors = 50;
 constexpr unsigned kLeastWeight1 = 0x0100;
 constexpr unsigned kPageSize = 256;
 constexpr unsigned kUnreadBits = 0x03FF;
+
+// The words that are compared: so many, of at most so many letters; those of a run differ in
+// accents and case, and are compared with each other.
+constexpr std::size_t kCorpusWords = 512;
+constexpr std::size_t kCorpusRun = 16;
+constexpr std::size_t kCorpusLongest = 6;
+
+std::string textOf(std::u16string_view word)
+{
+    std::string text;
+    for (const char16_t unit : word)
+        text += (text.empty() ? "" : " ") + hexText(unit, 4);
+    return text;
+}
 
 using Weights = std::tuple<unsigned, unsigned, unsigned>; // level 1, 2, 3
 
@@ -38,6 +53,8 @@ class SortLinter {
     void lintContractions();
     void lintFirstElements();
     void lintDefaults();
+    void lintCorpus();
+    std::vector<std::vector<char16_t>> letters(bool withAccents) const;
     template <class Record>
     void lintElement(const std::string& which, const Record& record);
     void lintWeights(const std::string& which, const Weights& weights);
@@ -233,6 +250,72 @@ void SortLinter::lintDefaults()
               ", and the smallest one " + hexText(least3_, 2));
 }
 
+// Characters with weights on levels 1 to 3, those of the same level 1 weight together, or if they
+// have the same one on level 2 too; no group of one. Without such weights, as those by rule, a
+// character makes keys shorter, and what keys trim begins to count.
+std::vector<std::vector<char16_t>> SortLinter::letters(bool withAccents) const
+{
+    std::map<std::pair<unsigned, unsigned>, std::vector<char16_t>> byWeight;
+    const SortWalk walk(view_);
+    for (unsigned value = 0; value < 0x10000; ++value) {
+        if (!isTablePage(view_.page(value >> 8)))
+            continue;
+        const auto character = static_cast<char16_t>(value);
+        const SortWalk::Step step = walk.stepAt({&character, 1}, 0);
+        if (step.elements > 0 && step.first.weight1 != 0 && step.first.weight2 != 0 &&
+            step.first.weight3 != 0)
+            byWeight[{step.first.weight1, withAccents ? 0 : step.first.weight2}].push_back(
+                character);
+    }
+    std::vector<std::vector<char16_t>> groups;
+    for (auto& [weight, characters] : byWeight)
+        if (characters.size() > 1)
+            groups.push_back(std::move(characters));
+    return groups;
+}
+
+// Words, and with each of them others that differ from it by accents and case or by case alone;
+// none ends with an expansion. By comparison and by key each pair has to have the same order.
+void SortLinter::lintCorpus()
+{
+    const SortWalk walk(view_);
+    const std::vector<std::vector<char16_t>> kinds[] = {letters(true), letters(false)};
+    std::uint32_t random = 1;
+    const auto below = [&random](std::size_t limit) {
+        random = random * 1664525 + 1013904223;
+        return static_cast<std::size_t>(random >> 8) % limit;
+    };
+    std::vector<std::u16string> words;
+    for (std::size_t run = 0; run < kCorpusWords / kCorpusRun; ++run) {
+        const auto& groups = kinds[run % 2];
+        if (groups.empty())
+            continue;
+        std::vector<std::size_t> base(1 + below(kCorpusLongest));
+        for (std::size_t& group : base)
+            group = below(groups.size());
+        for (std::size_t i = 0; i < kCorpusRun; ++i) {
+            std::u16string word;
+            for (const std::size_t group : base)
+                word += groups[group][below(groups[group].size())];
+            if (below(kCorpusRun) == 0) // one that is another word
+                word += groups[below(groups.size())][0];
+            while (!word.empty() && walk.stepAt(word, word.size() - 1).elements > 1)
+                word.pop_back();
+            words.push_back(std::move(word));
+        }
+    }
+    std::vector<std::string> keys;
+    for (const std::u16string& word : words)
+        keys.push_back(walk.key(word));
+    for (std::size_t i = 0; i < words.size(); ++i)
+        for (std::size_t j = i - i % kCorpusRun; j < i; ++j) {
+            const int order = keys[i].compare(keys[j]);
+            if (walk.compare(words[i], words[j]) != (order > 0) - (order < 0))
+                error(textOf(words[i]) + " and " + textOf(words[j]) +
+                      " have different orders by comparison and by key");
+        }
+}
+
 void SortLinter::lint()
 {
     lintTables();
@@ -245,6 +328,7 @@ void SortLinter::lint()
     lintContractions();
     lintFirstElements();
     lintDefaults();
+    lintCorpus();
 }
 
 } // namespace

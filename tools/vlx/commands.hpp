@@ -34,6 +34,21 @@ struct WalkOptions {
 };
 int walkText(const Library& library, const WalkOptions& options, Output& output);
 
+struct MessageOptions {
+    std::string catalog;
+    std::int32_t set = 0;
+    std::int32_t message = 0;
+    std::string locale;
+    bool raw = false; // in the locale's code page instead of UTF-8
+};
+int printMessage(const Library& library, const MessageOptions& options, Output& output);
+
+struct IdsOptions {
+    std::vector<std::string> words; // ids, names and aliases; everything if empty
+    std::optional<int> type;
+};
+int printIds(const Library& library, const IdsOptions& options, Output& output);
+
 struct ConvOptions {
     std::string from; // code pages by name, further name or id
     std::string to;

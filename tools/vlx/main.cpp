@@ -10,6 +10,7 @@
 
 #include "commands.hpp"
 #include "failure.hpp"
+#include "format.hpp"
 
 namespace vlx::cli {
 
@@ -25,8 +26,14 @@ constexpr const char* kFooter = R"(Examples:
   iconv -t CP1252 note.txt | vlx walk --locale German -
   vlx conv -f IBM930 -t UTF-8 tape.bin -o tape.txt
   tail -f log.txt | vlx conv -f UTF-8 -t 932
+  vlx msg payroll 1 12 --locale German
+  vlx ids --type codepage CP1252 932
+  vlx format --locale German_Switzerland money -- -1234.5
+  vlx format --locale French_France time --pattern '%#x' 2005-03-07
+  vlx parse --locale German_Germany number 1.234,5
 
-Exit status: 0 good; 1 the text has characters that are unmapped, substituted or cut off; 2 failure.)";
+Exit status: 0 good; 1 the text has characters that are unmapped, substituted or cut off, or was not
+read to its end; 2 failure.)";
 
 struct Options {
     std::string directory;
@@ -34,24 +41,32 @@ struct Options {
     ShowOptions show;
     WalkOptions walk;
     ConvOptions conv;
+    MessageOptions message;
+    IdsOptions ids;
 };
+
+// A type of objects by its name.
+void addType(CLI::App* command, std::optional<int>& type)
+{
+    command
+        ->add_option_function<std::string>(
+            "--type",
+            [&type](const std::string& name) {
+                const auto* const found =
+                    std::find(std::begin(kTypeNames), std::end(kTypeNames), name);
+                type = static_cast<int>(found - std::begin(kTypeNames));
+            },
+            "Only objects of this type")
+        ->check(
+            CLI::IsMember(std::vector<std::string>(std::begin(kTypeNames), std::end(kTypeNames))));
+}
 
 CLI::App* addLocales(CLI::App& app, Options& options)
 {
     CLI::App* const command =
         app.add_subcommand("locales", "List what the locale directory holds, by type");
     command->add_flag("--json", options.locales.json, "Write a JSON document");
-    command
-        ->add_option_function<std::string>(
-            "--type",
-            [&options](const std::string& name) {
-                const auto* const found =
-                    std::find(std::begin(kTypeNames), std::end(kTypeNames), name);
-                options.locales.type = static_cast<int>(found - std::begin(kTypeNames));
-            },
-            "Only objects of this type")
-        ->check(
-            CLI::IsMember(std::vector<std::string>(std::begin(kTypeNames), std::end(kTypeNames))));
+    addType(command, options.locales.type);
     return command;
 }
 
@@ -93,6 +108,34 @@ CLI::App* addWalk(CLI::App& app, Options& options)
         ->check(CLI::Range(0, std::numeric_limits<std::int32_t>::max()))
         ->type_name("N");
     command->add_flag("--backward", options.walk.backward, "Begin at the end and step back");
+    return command;
+}
+
+CLI::App* addMessage(CLI::App& app, MessageOptions& options)
+{
+    CLI::App* const command =
+        app.add_subcommand("msg", "Show a message of a catalog as a locale gets it");
+    command->add_option("CATALOG", options.catalog, "Name or path of the catalog")
+        ->required()
+        ->type_name("");
+    command->add_option("SET", options.set, "Number of the set")->required()->type_name("");
+    command->add_option("NUMBER", options.message, "Number of the message")
+        ->required()
+        ->type_name("");
+    command->add_option("--locale", options.locale, "Locale of the reader")
+        ->required()
+        ->type_name("NAME");
+    command->add_flag("--raw", options.raw, "Write it in the locale's code page, not in UTF-8");
+    return command;
+}
+
+CLI::App* addIds(CLI::App& app, IdsOptions& options)
+{
+    CLI::App* const command =
+        app.add_subcommand("ids", "Show the numeric ids of objects, and their names");
+    command->add_option("WORD", options.words, "Ids, names, aliases of code pages; else all")
+        ->type_name("");
+    addType(command, options.type);
     return command;
 }
 
@@ -159,8 +202,11 @@ int run(int argc, char** argv)
     app.failure_message(parseFailure);
     const CLI::App* const locales = addLocales(app, options);
     const CLI::App* const show = addShow(app, options);
+    const CLI::App* const message = addMessage(app, options.message);
+    const CLI::App* const ids = addIds(app, options.ids);
     addWalk(app, options);
     const CLI::App* const conv = addConv(app, options);
+    const TextCommands text(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -173,8 +219,15 @@ int run(int argc, char** argv)
     Output output(standardOutput());
     if (show->parsed())
         return showLocale(options.show, output);
-    return locales->parsed() ? listLocales(library, options.locales, output)
-                             : walkText(library, options.walk, output);
+    if (locales->parsed())
+        return listLocales(library, options.locales, output);
+    if (message->parsed())
+        return printMessage(library, options.message, output);
+    if (ids->parsed())
+        return printIds(library, options.ids, output);
+    if (text.parsed())
+        return text.run(output);
+    return walkText(library, options.walk, output);
 }
 
 } // namespace

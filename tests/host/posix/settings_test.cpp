@@ -17,6 +17,17 @@ using host::Setting;
 
 constexpr std::uint32_t kSwissGerman = 0x0807;
 
+struct Opened {
+    Opened(std::uint32_t id, bool changedByUser) : settings(host::openSettings(id, changedByUser))
+    {
+    }
+    ~Opened() { host::closeSettings(settings); }
+    Opened(const Opened&) = delete;
+    Opened& operator=(const Opened&) = delete;
+
+    const host::Settings settings;
+};
+
 class SettingsTest : public testing::Test {
   protected:
     SettingsTest()
@@ -43,7 +54,8 @@ class SettingsTest : public testing::Test {
                                               bool changedByUser = false)
     {
         TSChar16 text[32];
-        if (!host::readSetting16({id, setting, changedByUser}, text, 32))
+        const Opened opened(id, changedByUser);
+        if (!host::readSetting16(opened.settings, setting, text, 32))
             return std::nullopt;
         return std::u16string(reinterpret_cast<const char16_t*>(text));
     }
@@ -51,7 +63,8 @@ class SettingsTest : public testing::Test {
                                              bool changedByUser = false)
     {
         char text[32];
-        if (!host::readSetting({id, setting, changedByUser}, text, sizeof text))
+        const Opened opened(id, changedByUser);
+        if (!host::readSetting(opened.settings, setting, text, sizeof text))
             return std::nullopt;
         return text;
     }
@@ -151,12 +164,13 @@ TEST_F(SettingsTest, TheCLocaleTellsWhatItHas)
 
 TEST_F(SettingsTest, SettingThatDoesNotFitIsNotRead)
 {
+    const Opened german(0x0407, false);
     TSChar16 text[16];
-    EXPECT_FALSE(host::readSetting16({0x0407, Setting::kDate, false}, text, 10));
-    EXPECT_TRUE(host::readSetting16({0x0407, Setting::kDate, false}, text, 11));
+    EXPECT_FALSE(host::readSetting16(german.settings, Setting::kDate, text, 10));
+    EXPECT_TRUE(host::readSetting16(german.settings, Setting::kDate, text, 11));
     char bytes[4];
-    EXPECT_FALSE(host::readSetting({0x0407, Setting::kGrouping, false}, bytes, 3));
-    EXPECT_TRUE(host::readSetting({0x0407, Setting::kGrouping, false}, bytes, 4));
+    EXPECT_FALSE(host::readSetting(german.settings, Setting::kGrouping, bytes, 3));
+    EXPECT_TRUE(host::readSetting(german.settings, Setting::kGrouping, bytes, 4));
 }
 
 TEST_F(SettingsTest, ThreadsReadSideBySideAndKeepTheirLocales)

@@ -65,25 +65,29 @@ TEST_F(WindowsHostTest, TellsTheUsersLocale)
 TEST_F(WindowsHostTest, TellsSettingsInBothForms)
 {
     ASSERT_TRUE(host::hasSettings16());
-    const host::SettingName point{0x0409, host::Setting::kDecimalPoint, false};
+    const host::Settings american = host::openSettings(0x0409, false);
     char narrow[32];
-    ASSERT_TRUE(host::readSetting(point, narrow, sizeof narrow));
+    ASSERT_TRUE(host::readSetting(american, host::Setting::kDecimalPoint, narrow, sizeof narrow));
     EXPECT_STREQ(narrow, ".");
     TSChar16 wide[32];
-    ASSERT_TRUE(host::readSetting16(point, wide, 32));
+    ASSERT_TRUE(host::readSetting16(american, host::Setting::kDecimalPoint, wide, 32));
     EXPECT_EQ(wide[0], '.');
     EXPECT_EQ(wide[1], 0);
-    EXPECT_FALSE(host::readSetting16(point, wide, 1)); // it does not fit
-    const host::SettingName german{0x0407, host::Setting::kDecimalPoint, false};
-    ASSERT_TRUE(host::readSetting16(german, wide, 32));
+    EXPECT_FALSE(host::readSetting16(american, host::Setting::kDecimalPoint, wide, 1)); // no room
+    EXPECT_FALSE(host::readSetting16(american, static_cast<host::Setting>(0xFFF), wide, 32));
+    host::closeSettings(american);
+    const host::Settings german = host::openSettings(0x0407, false);
+    ASSERT_TRUE(host::readSetting16(german, host::Setting::kDecimalPoint, wide, 32));
     EXPECT_EQ(wide[0], ',');
-    EXPECT_FALSE(host::readSetting16({0x0409, static_cast<host::Setting>(0xFFF), true}, wide, 32));
+    host::closeSettings(german);
 }
 
 TEST_F(WindowsHostTest, SettingsOfTheUserAreTheSystemsOwn)
 {
+    const host::Settings users = host::openSettings(host::userLocaleId(), true);
     TSChar16 ours[32];
-    ASSERT_TRUE(host::readSetting16({host::userLocaleId(), host::Setting::kDate, true}, ours, 32));
+    ASSERT_TRUE(host::readSetting16(users, host::Setting::kDate, ours, 32));
+    host::closeSettings(users);
     WCHAR theirs[32];
     ASSERT_NE(GetLocaleInfoW(GetUserDefaultLCID(), LOCALE_SSHORTDATE, theirs, 32), 0);
     EXPECT_EQ(std::u16string(reinterpret_cast<const char16_t*>(ours)),
