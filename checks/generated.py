@@ -22,6 +22,7 @@ GENERATORS = [
     ("examples", [ROOT / "examples" / "make-examples"], [], "examples"),
     ("code pages", [IMPORTER, "codepages", "-o"], [IMPORTER], "data/codepages"),
     ("languages and territories", [IMPORTER, "cldr", "-o"], [IMPORTER, CLDR], "data"),
+    ("sorts", [IMPORTER, "sorts", "-o"], [IMPORTER, CLDR], "data"),
 ]
 
 

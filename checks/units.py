@@ -3,7 +3,7 @@
 
 A unit `ts*.cpp` has at most eight letters, its trace name is its file's stem, and it defines at most
 one exported function; an exported function stands in such a unit, whose last letter tells the member
-(x for Ex, u, w).
+(x for Ex, u, w). The functions of the facade are short and stand together in units `facade/vlx*.cpp`.
 """
 
 import re
@@ -23,7 +23,15 @@ def is_unit(path):
     return path.suffix == ".cpp" and path.stem.startswith("ts")
 
 
+def is_facade(path):
+    return path.suffix == ".cpp" and path.parent.name == "facade" and path.stem.startswith("vlx")
+
+
 def check_function(path, line, name):
+    if name.startswith("NLS1_"):
+        if not is_facade(path) or len(path.stem) > 8:
+            rule.fail(path, line, f"{name} belongs in a unit facade/vlx*.cpp of at most eight letters")
+        return
     member = re.search(r"[a-z](Ex|U|W)$", name)
     if not is_unit(path):
         rule.fail(path, line, f"{name} is exported, and this is no unit ts*.cpp")
@@ -41,7 +49,7 @@ def check_unit(path, text):
         if found and found.group(1) in names:
             functions.append(found.group(1))
             check_function(path, number, found.group(1))
-    if len(functions) > 1:
+    if len(functions) > 1 and not is_facade(path):
         rule.fail(path, 1, "one exported function a unit, here are " + ", ".join(functions))
     if is_unit(path) and not re.fullmatch(r"[a-z0-9]{3,8}", path.stem):
         rule.fail(path, 1, "a unit's name has at most eight small letters")

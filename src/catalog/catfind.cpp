@@ -3,7 +3,6 @@
 #include "catalog/catpath.hpp"
 #include "frame/scratch.hpp"
 #include "host/host.hpp"
-#include "locale/content.hpp"
 
 namespace vlx {
 
@@ -101,18 +100,7 @@ class SearchPass {
     void putCode(std::int32_t item)
     {
         char code[kCodeSize] = "";
-        const std::uint8_t* const content = item == TS_LI_LANGUAGE_CODE
-                                                ? locale_->language->sections[0]
-                                                : locale_->territory->sections[0];
-        const std::uint32_t offset =
-            item == TS_LI_LANGUAGE_CODE
-                ? reinterpret_cast<const TSLanguageContent*>(content)->code
-                : reinterpret_cast<const TSTerritoryContent*>(content)->code;
-        const auto* const units = reinterpret_cast<const Le16*>(content + offset);
-        TSChar16 text[kCodeSize] = {};
-        for (std::size_t i = 0; i + 1 < kCodeSize && units[i] != 0; ++i)
-            text[i] = units[i];
-        TSUnicodeToStringEx(locale_, code, 0, kCodeSize, text, -1, TS_OPT_TERMINATE);
+        TSGetLocaleTextInfoEx(locale_, item, code, 0, kCodeSize, 0);
         path_.put(textOf(code));
     }
 

@@ -37,7 +37,7 @@ class TraitFinder {
 
     TSSortTraits run()
     {
-        traits_ = {true, true, true, ~std::uint64_t{0}};
+        traits_ = {kAllForward, kAllForward, true, true, ~std::uint64_t{0}};
         for (const TSSortPage& page : data_.sortPages)
             lookAt(page);
         lookAtExpansions();
@@ -51,7 +51,9 @@ class TraitFinder {
     {
         if (weight == 0)
             return;
-        traits_.isForward = traits_.isForward && (directions & forwardBit(level)) != 0;
+        std::uint8_t& levels =
+            directions & forwardBit(level) ? traits_.backwardLevels : traits_.forwardLevels;
+        levels = static_cast<std::uint8_t>(levels & ~forwardBit(level));
         traits_.isWithout4 = traits_.isWithout4 && level != 4;
     }
 
@@ -74,9 +76,9 @@ class TraitFinder {
         if (isTablePage(page)) {
             const TSSortChar* const records = sortChars(data_) + page.pageBase;
             std::for_each(records, records + kPageRecords, [this](const TSSortChar& record) {
-                if (record.sortBits & kSortExpansion) // its weights can be those of any expansion
-                    traits_.isForward = traits_.isForward && (directionsOf(record.sortBits) |
-                                                              forwardBit(4)) == kAllForward;
+                if (record.sortBits & kSortExpansion) // its weights are those of some expansion
+                    for (const int level : {1, 2, 3})
+                        lookAt(1, level, directionsOf(record.sortBits));
                 else
                     lookAt(record);
             });

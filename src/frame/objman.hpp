@@ -12,10 +12,11 @@ struct TSFile;
 
 // What the load of a sort has found out about it. Zero says nothing of a sort and costs time alone.
 struct TSSortTraits {
-    bool isForward;      // no element is backward on a level on which it has a weight
-    bool isWithout4;     // nothing has a level 4 weight
-    bool isOrdered;      // expansions and contractions stand in strictly ascending order
-    std::uint64_t alone; // by the low six bits of a value: set if it begins no contraction
+    std::uint8_t forwardLevels;  // of four bits, level 1 the highest: no weight there is backward
+    std::uint8_t backwardLevels; // no weight there is forward
+    bool isWithout4;             // nothing has a level 4 weight
+    bool isOrdered;              // expansions and contractions stand in strictly ascending order
+    std::uint64_t alone;         // by the low six bits of a value: set if it begins no contraction
 };
 
 // One locale object. It is listed (no sections, no file), loaded (sections mapped or on the heap,

@@ -95,10 +95,11 @@ class TraceGuard {
 } // namespace vlx
 
 // The unit's file record and sync cell.
-#define TS_TRACE_UNIT(unit)                                                                        \
+#define TS_TRACE_UNIT(unit) TS_TRACE_UNIT_OF("Tessera", unit)
+#define TS_TRACE_UNIT_OF(component, unit)                                                          \
     namespace {                                                                                    \
     constinit std::atomic<std::uint32_t> tsTraceCell{1};                                           \
-    constinit const TRC1_FileRecord tsTraceFile{"Tessera", VLX_VERSION, unit, vlxBuildDate,        \
+    constinit const TRC1_FileRecord tsTraceFile{component, VLX_VERSION, unit, vlxBuildDate,        \
                                                 vlxBuildTime};                                     \
     }                                                                                              \
     static_assert(true)

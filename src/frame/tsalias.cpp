@@ -143,12 +143,24 @@ std::FILE* openText(const char* path)
     return std::fopen(path, "r");
 }
 
+// A file that was written on another host: "\r\n" ends a line here, too, as it does there.
+void dropCarriageReturn(char* line)
+{
+    const std::size_t length = std::strlen(line);
+    if (length < 2 || line[length - 2] != '\r' || line[length - 1] != '\n')
+        return;
+    line[length - 2] = '\n';
+    line[length - 1] = 0;
+}
+
 // Reads a file of lines of any length; false if the reader stopped it.
 bool readLines(std::FILE* file, AliasReader& reader, char* line)
 {
-    while (std::fgets(line, kLineSize, file))
+    while (std::fgets(line, kLineSize, file)) {
+        dropCarriageReturn(line);
         if (!reader.line(line))
             return false;
+    }
     return true;
 }
 

@@ -53,8 +53,8 @@ bool size(File file, std::uint64_t& bytes);
 // Removes a file.
 bool remove(const char* path);
 
-// Replaces `target` by `source` in one step: others see the old file or the new one. Gives 0, or the
-// host's own number for the error.
+// Replaces `target` by `source` in one step: others see the old file or the new one. Gives 0, or
+// the host's own number for the error.
 std::uint32_t replace(const char* source, const char* target);
 
 // Splits a path before the dot of its extension: `stemLength` counts what stands before it. A path
@@ -86,6 +86,10 @@ std::int32_t environment(const char* name, char* buffer, std::uint32_t size);
 // The id of the user's locale in the numbering of the native locale table; 0 if the host has none.
 std::uint32_t userLocaleId();
 
+// Makes a locale of the native table the host's own locale of the calling thread; false if the host
+// does not know it, or has none of threads.
+bool setThreadLocale(std::uint32_t id);
+
 // What a locale of the host tells, in the numbering of Windows.
 enum class Setting : std::uint32_t {
     kListSeparator = 0x0C,
@@ -113,17 +117,20 @@ enum class Setting : std::uint32_t {
     kAnsiCodePage = 0x1004, // of the narrow form
 };
 
-// A setting of a locale: as the user has changed it, or as the locale comes.
-struct SettingName {
+// The settings of a locale, opened for reading: as the user has changed them, or as the locale
+// comes.
+struct Settings {
     std::uint32_t locale;
-    Setting setting;
     bool changedByUser;
+    void* data; // the host's own; a locale that it does not have opens too, and tells nothing
 };
+Settings openSettings(std::uint32_t locale, bool changedByUser);
+void closeSettings(const Settings& settings);
 
 // Reads a setting, terminated. False if the host has none, or none that fits `size` elements; the
 // buffer's content is then open. Numbers are decimal ASCII.
-bool readSetting(const SettingName& name, char* text, std::uint32_t size);
-bool readSetting16(const SettingName& name, TSChar16* text, std::uint32_t size);
+bool readSetting(const Settings& settings, Setting setting, char* text, std::uint32_t size);
+bool readSetting16(const Settings& settings, Setting setting, TSChar16* text, std::uint32_t size);
 
 // True if settings can be read as 16-bit text; if not, only in a code page of the host.
 bool hasSettings16();

@@ -16,6 +16,17 @@ struct ItemChar {
     TSChar16 unicode;
 };
 
+// The packed value of a character.
+inline TSChar32 packedValue(const TSObject* page, const ItemChar& character)
+{
+    if (character.length == 0)
+        return TSCpUnicodeToWide(page, character.unicode);
+    TSChar32 value = 0;
+    for (std::int32_t i = 0; i < character.length; ++i)
+        value = value << 8 | static_cast<std::uint8_t>(character.bytes[i]);
+    return value;
+}
+
 // Steps through the text of an item in any kind.
 class ItemWalk {
   public:

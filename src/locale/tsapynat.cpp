@@ -67,11 +67,35 @@ constexpr TextRow kTexts[vlx::kLocaleTexts] = {
     {Setting::kLongDate, true},
 };
 
+// The settings of a native id, open while it lives.
+class OpenSettings {
+  public:
+    OpenSettings(std::uint32_t nativeId, bool changedByUser)
+        : settings_(host::openSettings(nativeId, changedByUser))
+    {
+    }
+    ~OpenSettings() { host::closeSettings(settings_); }
+    OpenSettings(const OpenSettings&) = delete;
+    OpenSettings& operator=(const OpenSettings&) = delete;
+
+    bool read(Setting setting, char* text) const
+    {
+        return host::readSetting(settings_, setting, text, kEntries);
+    }
+    bool read16(Setting setting, TSChar16* text) const
+    {
+        return host::readSetting16(settings_, setting, text, kEntries);
+    }
+
+  private:
+    const host::Settings settings_;
+};
+
 // Reads the settings of one native id into one record.
 class Overlay {
   public:
     Overlay(TSLocale& locale, std::uint32_t nativeId, bool changedByUser)
-        : locale_(locale), nativeId_(nativeId), changedByUser_(changedByUser)
+        : locale_(locale), nativeId_(nativeId), settings_(nativeId, changedByUser)
     {
     }
 
@@ -95,10 +119,10 @@ class Overlay {
     {
         TSChar16 text[kEntries];
         for (int i = 0; i < vlx::kSeparators; ++i)
-            if (host::readSetting16(name(kSeparators[i]), text, kEntries))
+            if (settings_.read16(kSeparators[i], text))
                 setSeparator(i, text[0]);
         for (int i = 0; i < vlx::kLocaleTexts; ++i)
-            if (host::readSetting16(name(kTexts[i].setting), text, kEntries))
+            if (settings_.read16(kTexts[i].setting, text))
                 setText(i, text);
     }
 
@@ -121,8 +145,6 @@ class Overlay {
     }
 
   private:
-    host::SettingName name(Setting setting) const { return {nativeId_, setting, changedByUser_}; }
-
     static std::int16_t signedByte(char byte)
     {
         return static_cast<std::int16_t>(static_cast<signed char>(byte));
@@ -131,16 +153,17 @@ class Overlay {
     bool readNumber(Setting setting, int& value) const
     {
         char text[kEntries];
-        if (!host::readSetting(name(setting), text, kEntries))
+        if (!settings_.read(setting, text))
             return false;
         value = static_cast<int>(std::strtol(text, nullptr, 10));
         return true;
     }
 
+    // Always the user's.
     bool readCodePage(std::uint32_t& codePage) const
     {
         char text[kEntries];
-        if (!host::readSetting({nativeId_, Setting::kAnsiCodePage, true}, text, kEntries))
+        if (!OpenSettings(nativeId_, true).read(Setting::kAnsiCodePage, text))
             return false;
         codePage = static_cast<std::uint32_t>(std::strtoul(text, nullptr, 10));
         return true;
@@ -149,7 +172,7 @@ class Overlay {
     bool readNarrow(Setting setting, std::uint32_t codePage)
     {
         std::memset(narrow_, 0, sizeof narrow_); // its end is read, too
-        return host::readSetting(name(setting), narrow_, kEntries) &&
+        return settings_.read(setting, narrow_) &&
                host::toUnicode(codePage, narrow_, wide_, kEntries);
     }
 
@@ -199,7 +222,7 @@ class Overlay {
 
     TSLocale& locale_;
     const std::uint32_t nativeId_;
-    const bool changedByUser_;
+    const OpenSettings settings_;
     char narrow_[kEntries];
     TSChar16 wide_[kEntries];
 };

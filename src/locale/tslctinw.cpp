@@ -4,20 +4,6 @@
 
 TS_TRACE_UNIT("tslctinw");
 
-namespace {
-
-TSChar32 packed(const TSObject* page, const vlx::ItemChar& character)
-{
-    if (character.length == 0)
-        return TSCpUnicodeToWide(page, character.unicode);
-    TSChar32 value = 0;
-    for (int32_t i = 0; i < character.length; ++i)
-        value = value << 8 | static_cast<std::uint8_t>(character.bytes[i]);
-    return value;
-}
-
-} // namespace
-
 int32_t TSGetLocaleTextInfoW(TSLocale* handle, int32_t item, TSChar32* buffer, int32_t size,
                              uint32_t options)
 {
@@ -34,8 +20,9 @@ int32_t TSGetLocaleTextInfoW(TSLocale* handle, int32_t item, TSChar32* buffer, i
         TS_FAIL(locale->lastError, query.code, -1, "Item %d has no text, err = %d", item,
                 query.code);
     const bool stateful = (locale->flags & vlx::kLocaleStateful) != 0;
-    TS_RETURN(vlx::writeElements(
-        {query.text, *locale, stateful, query.namePage}, buffer,
-        vlx::cappedSize(query.text, size, 0),
-        [&](const vlx::ItemChar& character) { return packed(locale->codePage, character); }));
+    TS_RETURN(vlx::writeElements({query.text, *locale, stateful, query.namePage}, buffer,
+                                 vlx::cappedSize(query.text, size, 0),
+                                 [&](const vlx::ItemChar& character) {
+                                     return vlx::packedValue(locale->codePage, character);
+                                 }));
 }

@@ -8,6 +8,19 @@ namespace {
 
 using vlx::Mapping;
 
+// The digit of a byte, or the byte: one byte of the image, whatever the page makes of it.
+char digitByte(const TSObject* object, char source)
+{
+    const TSCodePageHeader& page = tsCodePage(object);
+    const auto byte = static_cast<uint8_t>(source);
+    const TSChar16 digit =
+        page.charType[byte] & vlx::kDigitType ? vlx::uniDigit(page.toUnicode[byte]) : 0;
+    char image[4] = {source};
+    if (digit != 0)
+        TSCpUnicodeToMb(object, digit, image);
+    return image[0];
+}
+
 // Single-byte text where a byte becomes a byte.
 int32_t mapSingle(const TSLocale& locale, const Mapping& mapping, char* destination, int32_t size,
                   const char* source, int32_t length)
@@ -21,9 +34,8 @@ int32_t mapSingle(const TSLocale& locale, const Mapping& mapping, char* destinat
         for (int32_t i = 0; i < count; ++i)
             destination[i] = static_cast<char>(table[static_cast<uint8_t>(source[i])]);
     } else {
-        const vlx::MultiMap form{{locale.codePage}};
-        for (int32_t i = 0; i < count; ++i) // one byte of the image, whatever the page makes of it
-            destination[i] = digitImage(form, {source + i, source + length}).bytes[0];
+        for (int32_t i = 0; i < count; ++i)
+            destination[i] = digitByte(locale.codePage, source[i]);
     }
     return count;
 }

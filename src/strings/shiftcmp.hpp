@@ -64,10 +64,12 @@ class ShiftSide {
     Image upper() const
     {
         Image image;
-        if (state_)
+        if (!state_)
+            image.bytes[0] = static_cast<char>(page_.toUpper[static_cast<std::uint8_t>(*at_)]);
+        else if (length() <= end_ - at_)
             TSCpMapCharEx(object_, at_, image.bytes, kMapsToUpper);
         else
-            image.bytes[0] = static_cast<char>(page_.toUpper[static_cast<std::uint8_t>(*at_)]);
+            TSCpMapCharEx(object_, character().bytes, image.bytes, kMapsToUpper);
         return image;
     }
 
@@ -166,7 +168,8 @@ inline std::int32_t compareShiftWidth(TraceGuard& tsTrace, ShiftSide first, Shif
 }
 
 // By upper-case forms, without pairs: what differs first, or 0. Both texts are in one state all the
-// time, since only equal shift bytes are passed.
+// time, since only equal shift bytes are passed. A character that the end of a text cuts off is the
+// last one that counts.
 inline std::int32_t compareShiftCase(ShiftSide first, ShiftSide second)
 {
     std::int32_t left = std::min(first.left(), second.left());
@@ -183,11 +186,10 @@ inline std::int32_t compareShiftCase(ShiftSide first, ShiftSide second)
             }
             first.passShift();
             second.passShift();
-            --left;
+            if (--left == 0)
+                return 0;
         }
         const std::int32_t length = first.length();
-        if (left < length) // also nothing is left behind the shift byte
-            return 0;
         const Image image1 = first.upper();
         const Image image2 = second.upper();
         const std::int32_t result = byteDifference(image1.bytes, image2.bytes, 4);

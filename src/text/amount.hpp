@@ -1,39 +1,10 @@
 // A double as text: the digits that "%f" gives, those of them that are asked for, and groups.
 #pragma once
 
-#include <charconv>
-#include <cstring>
-
+#include "text/fixed.hpp"
 #include "text/group.hpp"
 
 namespace vlx {
-
-// The text that "%f" writes for a value, in ASCII: the sign, the digits, a point and six digits.
-// This is the only rounding. What is no number has no point: "inf", "-nan".
-class FixedText {
-  public:
-    explicit FixedText(double value)
-    {
-        const std::to_chars_result result =
-            std::to_chars(text_, text_ + sizeof text_, value, std::chars_format::fixed, kDigits);
-        const auto length = static_cast<std::int32_t>(result.ptr - text_);
-        hasFraction_ = length > kDigits && text_[length - kDigits - 1] == '.';
-        whole_ = hasFraction_ ? length - kDigits - 1 : length;
-    }
-
-    const char* begin() const { return text_; }
-    std::int32_t wholeLength() const { return whole_; } // with the sign
-    bool hasFraction() const { return hasFraction_; }
-    const char* fraction() const { return text_ + whole_ + 1; }
-
-    static constexpr int kDigits = 6;
-    static constexpr int kMostWhole = 310; // the digits of the largest double, and a sign
-
-  private:
-    char text_[kMostWhole + 1 + kDigits];
-    std::int32_t whole_;
-    bool hasFraction_;
-};
 
 // A value without its minus sign: digits with separators, the point, digits behind it, and zeros.
 template <class Unit>
@@ -53,8 +24,8 @@ class Amount {
         Unit* at = room_ + kPoint;
         begin_ = putGrouped(at, text.begin() + skip, text.wholeLength() - skip, groups, zero,
                             behindFirst);
-        // Deliberate: the point is written even where no digit follows, and digits that are not
-        // asked for are cut, not rounded.
+        // Deliberate: the point is written even where no digit follows, an empty one as a zero, and
+        // digits that are not asked for are cut, not rounded.
         *at++ = point;
         for (std::int32_t i = 0; i < shown && text.hasFraction(); ++i)
             *at++ = static_cast<Unit>(text.fraction()[i] - '0' + zero);

@@ -177,6 +177,7 @@ Written putMoney(const MoneyText<Unit>& money, const Signs& signs, Unit* destina
         count += taken;
         return fits;
     });
+    // Deliberate: then nothing of the value is written either.
     if (!headFits)
         return {count, TS_ERR_BUFFER};
     const MoneyTail<Unit> tail(money, signs);

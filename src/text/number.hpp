@@ -1,6 +1,8 @@
 // What the members share that write a number: its text, and how much of it is delivered.
 #pragma once
 
+#include <charconv>
+
 #include "chars/form.hpp"
 #include "frame/globals.hpp"
 #include "frame/trace.hpp"

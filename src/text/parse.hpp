@@ -102,6 +102,7 @@ class LongReader {
         if (!begin() || !detectBase(base))
             return 0;
         std::uint32_t value = 0;
+        // Deliberate: an X begins a number of base 16 without a 0, too.
         if (base != 16 || last_ != kTokenBaseMark) {
             // Deliberate: what is no token passes for the largest digit.
             if (last_ >= base)
@@ -111,7 +112,9 @@ class LongReader {
         return result(value, takeDigits(value, static_cast<std::uint32_t>(base)));
     }
 
-    // Where the parse stopped: at the last token, or behind it if it ends the text.
+    // Where the parse stopped: at the last token.
+    //
+    // Deliberate: behind it if it ends the text, even if it is no part of the number.
     const Place& end() const { return at_.at < at_.end ? token_ : at_; }
 
   private:

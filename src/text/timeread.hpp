@@ -139,7 +139,7 @@ class TimeReader {
         }
     }
 
-    // The field is written whether or not the number is good.
+    // Deliberate: the field is written whether or not the number is good.
     std::int32_t takeNumber(const TimeField& field)
     {
         std::int32_t value = 0;
@@ -210,10 +210,13 @@ struct UnitInput {
     }
     NameMatch match(const TimeNames& names, const Text<Form>& text) const
     {
-        return matchName<Unit, kTextSize>(names, text.at, text.end,
-                                          [&](int item, Unit* buffer, std::int32_t size) {
-                                              return reader.text(item, buffer, size);
-                                          });
+        return matchName<Unit, kTextSize>(
+            names, text.at, text.end, [&](int item, Unit* buffer, std::int32_t size) {
+                if constexpr (sizeof(Unit) == 1) // most names end here
+                    if (!plainNameBegins(reader.locale, item, text.at, text.end))
+                        return ValueText<Unit>{buffer, 0};
+                return reader.text(item, buffer, size);
+            });
     }
     void advance(Text<Form>& text, std::int32_t length) const { text.at += length; }
 };

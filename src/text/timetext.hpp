@@ -134,8 +134,9 @@ class TimeOutput {
         return TS_ERR_BUFFER;
     }
 
-    // Writes a pattern of the locale at the start or at the place reached. What fails inside it is
-    // not passed on.
+    // Writes a pattern of the locale at the start or at the place reached.
+    //
+    // Deliberate: what fails inside it is not passed on.
     std::int32_t nest(int item, bool atStart, int depth)
     {
         if (depth == kDeepestPattern) {

@@ -142,6 +142,7 @@ struct SingleTokens {
             byte = image[0];
         }
         std::int32_t token = texts.digits->values[static_cast<std::uint8_t>(byte)];
+        // Deliberate: a separator that is empty is the byte 0.
         if (byte == texts.group)
             token = kTokenGroup;
         else if (texts.hasPoint && byte == texts.point)

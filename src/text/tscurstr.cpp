@@ -42,6 +42,7 @@ int32_t TSCurrencyToString(TSLocale* handle, double value, char* destination, in
     TS_TRACE(TSCurrencyToString);
     TSLocale* const locale = tsLocale(handle);
     const vlx::WriteOptions asked(options);
+    // Deliberate: where characters are counted the size is looked at before the options.
     if (asked.counted && size <= 0)
         TS_FAIL(locale->lastError, TS_ERR_BUFFER, 0, "No room, size %d", size);
     if (options & ~(vlx::kMoneyOptions | TS_OPT_CHAR_COUNT))

@@ -5,6 +5,7 @@ TS_TRACE_UNIT("tscurstw");
 
 namespace {
 
+// Deliberate: symbol and signs have room for three characters only.
 constexpr vlx::MoneySizes kSizes{128, 4, 4, 4};
 
 } // namespace

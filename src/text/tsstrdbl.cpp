@@ -8,6 +8,7 @@ double TSStringToDouble(TSLocale* handle, const char* string, int32_t length, ch
 {
     TS_TRACE(TSStringToDouble);
     TSLocale* const locale = tsLocale(handle);
+    // Deliberate: refused options leave the end alone.
     if (options & ~(vlx::kParseDoubleOptions | TS_OPT_CHAR_COUNT))
         TS_FAIL(locale->lastError, TS_ERR_ARGUMENT, 0.0, "Invalid options %#x", options);
     if ((options & TS_OPT_CHAR_COUNT) && length > 0)

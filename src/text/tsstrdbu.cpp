@@ -8,6 +8,7 @@ double TSStringToDoubleU(TSLocale* handle, const TSChar16* string, int32_t lengt
 {
     TS_TRACE(TSStringToDoubleU);
     TSLocale* const locale = tsLocale(handle);
+    // Deliberate: refused options leave the end alone.
     if (options & ~(vlx::kParseDoubleOptions | TS_OPT_CHAR_COUNT))
         TS_FAIL(locale->lastError, TS_ERR_ARGUMENT, 0.0, "Invalid options %#x", options);
     const vlx::UnicodeReader reader{*locale, (options & TS_OPT_OBJECT_VALUE) != 0};

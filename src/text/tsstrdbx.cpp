@@ -11,6 +11,7 @@ double TSStringToDoubleEx(TSLocale* handle, const char* string, int32_t state, i
     TSLocale* const locale = tsLocale(handle);
     if (!(locale->flags & vlx::kLocaleStateful))
         TS_RETURN(TSStringToDouble(locale, string, length, end, options));
+    // Deliberate: refused options leave the end alone.
     if (options & ~(vlx::kParseDoubleOptions | TS_OPT_CHAR_COUNT))
         TS_FAIL(locale->lastError, TS_ERR_ARGUMENT, 0.0, "Invalid options %#x", options);
     if ((options & TS_OPT_CHAR_COUNT) && length > 0)

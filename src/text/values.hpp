@@ -36,6 +36,10 @@ ValueText<TSChar16> unicodeItem(const TSLocale& locale, int item, bool ofObject,
 ValueText<TSChar32> packedItem(const TSLocale& locale, int item, bool ofObject, TSChar32* buffer,
                                std::int32_t size);
 
+// Whether the first character of a name of the language stands at a place; an empty name may seem
+// to.
+bool plainNameBegins(const TSLocale& locale, int item, const char* at, const char* end);
+
 struct PlainReader {
     static constexpr std::int32_t kNameSize = 32; // of names and patterns in times
     using Unit = char;

@@ -182,6 +182,19 @@ TEST_F(ShiftComparison, ACutCharacterOfATerminatedTextIsRead)
     EXPECT_EQ(compare({"\x42\x81\x42", 1}, {"\x42\x81", 1}, kCase), 1);
 }
 
+// Case looks at such a character as a whole, too, and at nothing behind it.
+TEST_F(ShiftComparison, ACutCharacterDecidesWithoutCase)
+{
+    EXPECT_EQ(compare({"B`B", 1}, {"B`C", 1}, kCase), -1);
+    EXPECT_EQ(compare({"B`B", 1}, {"B`B`", 1}, kCase), -0x60) << "the first one ends with zeros";
+    EXPECT_EQ(compare({"B`)(B", 1}, {"B`)(C", 1}, kCase), -1);
+    // Closing the text takes the last byte of its last character.
+    EXPECT_EQ(compare({"B`B`", 1}, {"B`BP", 1}, kCase | kStrip), 0x60 - 0x50);
+    EXPECT_EQ(compare({"B`B`", 1}, {"B`B\x81", 1}, kCase | kStrip), 0) << "they differ in case";
+    EXPECT_EQ(compare({"B`B`", 1}, {"B`C`", 1}, kStrip), -1);
+    EXPECT_EQ(compare({"B`B`", 1}, {"B`BP", 1}, kWidth | kStrip), 0x60 - 0x50);
+}
+
 TEST_F(ShiftComparison, TellsItsSteps)
 {
     Trace::clear();

@@ -112,10 +112,12 @@ std::int32_t shiftedCase(const Locale& locale, Side first, Side second)
     if (c1 != c2 || m < c1)
         return c1 - c2;
     std::int32_t state1 = first.state;
-    const auto upper = [&](const Side& side) {
+    const auto upper = [&](Side side) {
         if (state1 == 0)
             return areaOf({static_cast<unsigned char>(toUpper(locale.page, side.bytes.at(0)))});
-        return areaOf(mapCharEx(locale.page, side.bytes, 4));
+        side.state = state1;
+        const Bytes character = characterOf(locale, side);
+        return areaOf(mapCharEx(locale.page, Span(character), 4));
     };
     while (m != 0) {
         const unsigned byte1 = first.bytes.at(0);
@@ -136,10 +138,10 @@ std::int32_t shiftedCase(const Locale& locale, Side first, Side second)
             if (m == 0)
                 break;
         }
-        if (m < c1) // a character that is cut off ends the comparison here, too
-            break;
         if (const std::int32_t result = compareAreas(upper(first), upper(second)))
             return result;
+        if (m < c1) // behind a character that is cut off nothing is read
+            break;
         step(first, c1);
         step(second, c1);
         m -= c1;

@@ -89,6 +89,14 @@ TEST_F(Alias, TheLastLineNeedsNoLineEnd)
     EXPECT_EQ(listOf("Page one"), (Aliases{{"ONE", "Page"}}));
 }
 
+TEST_F(Alias, ALineMayEndWithCarriageReturnAndLineFeed)
+{
+    const std::string longest(32, 'P');
+    EXPECT_EQ(listOf(longest + "\r\n one\r\n\r\n two\r\nNext three \r\n"),
+              (Aliases{{"ONE", longest}, {"TWO", longest}, {"THREE", "Next"}}));
+    EXPECT_FALSE(failed());
+}
+
 TEST_F(Alias, ContinuationLinesGoOnWithTheEntry)
 {
     EXPECT_EQ(listOf("Page one\n two\n\tthree four\nNext five\n six\n"),

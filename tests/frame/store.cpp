@@ -1,5 +1,7 @@
 #include "frame/store.hpp"
 
+#include "support/sort_builder.hpp"
+
 namespace vlx::test {
 
 PageBuilder doublePage()
@@ -56,7 +58,7 @@ std::map<std::string, Bytes> goodFiles()
     TerritoryContent homeland = TerritoryContent::sample();
     homeland.texts[TerritoryContent::kName] = u"Homeland";
     ObjectFile sort;
-    sort.sections = {Bytes(64, 0x11), Bytes(32, 0x22)};
+    sort.sections = {SortBuilder().letter('a', {0x0101}).bytes(), Bytes(32, 0x22)};
 
     const auto built = [](PageBuilder page) {
         page.build();

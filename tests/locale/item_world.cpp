@@ -185,7 +185,6 @@ std::vector<Page>& randomItemPages()
 }
 
 constexpr std::uint16_t kOwnPage = 30;
-constexpr std::uint16_t kUtf8Page = 57352;
 
 } // namespace
 

@@ -119,6 +119,7 @@ LocaleTest::~LocaleTest()
     EXPECT_TRUE(Allocator::sound()) << Allocator::complaints().front();
     EXPECT_EQ(MemoryHost::openFiles(), 0);
     EXPECT_EQ(MemoryHost::openViews(), 0);
+    EXPECT_EQ(MemoryHost::openSettings(), 0);
     EXPECT_EQ(lockDepth(), 0);
 }
 

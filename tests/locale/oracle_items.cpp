@@ -11,14 +11,16 @@ constexpr int kNone = Resolution::kNone;
 
 unsigned wordAt(const test::ListedObject& object, unsigned word)
 {
-    return object.sections[0].at(2 * word) | object.sections[0].at(2 * word + 1) << 8;
+    const unsigned high = object.sections[0].at(2 * word + 1);
+    return object.sections[0].at(2 * word) | high << 8;
 }
 
 Item unitsAt(const test::ListedObject& object, unsigned offset)
 {
     Item item{1, {}, false};
     for (unsigned at = offset;; at += 2) {
-        const unsigned unit = object.sections[0].at(at) | object.sections[0].at(at + 1) << 8;
+        const unsigned high = object.sections[0].at(at + 1);
+        const unsigned unit = object.sections[0].at(at) | high << 8;
         if (unit == 0)
             return item;
         item.elements.push_back(unit);

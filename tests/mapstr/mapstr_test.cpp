@@ -4,6 +4,7 @@
 
 #include "frame/globals.hpp"
 #include "mapstr/hand_pages.hpp"
+#include "strings/guarded_area.hpp"
 
 namespace vlx::test {
 namespace {
@@ -217,6 +218,20 @@ TEST(MapString, DigitsBecomeAsciiDigits)
     EXPECT_EQ(call(latin.handle(), "a5\xB2", TS_MAP_DIGITS), bytes("a52"));
     EXPECT_EQ(call(latin.handle(), "a5\xB2", 3, 2, TS_MAP_DIGITS), bytes("a5"));
     EXPECT_EQ(call(wide.handle(), "a5\x82\x50\x82\x60", TS_MAP_DIGITS), bytes("a51\x82\x60"));
+}
+
+// The length table of such a page says nothing, whatever stands in it.
+TEST(MapString, ADigitOfASingleByteLocaleIsAByte)
+{
+    PageBuilder page = latinPage();
+    page.lead('5', 4).lead(0xB2, 4).build();
+    HandLocale latin(std::move(page));
+    GuardedArea source;
+    char destination[3] = {};
+    const char* const text =
+        source.place(std::vector<char>{'a', '\xB2', '5'}, GuardedArea::Guard::kAbove);
+    EXPECT_EQ(TSMapString(latin.handle(), destination, 3, text, 3, TS_MAP_DIGITS), 3);
+    EXPECT_EQ(std::string(destination, 3), "a25");
 }
 
 TEST(MapString, ADigitNeedsItsTypeAndItsUnicodeValue)

@@ -288,5 +288,16 @@ TEST_F(Token, TheExMemberOfALocaleThatIsNotStatefulCopiesToo)
     EXPECT_EQ(nextState_, kNoState);
 }
 
+TEST_F(Token, TheExMemberOfALocaleThatIsNotStatefulReadsNoState)
+{
+    char text[] = "a\x81\x40,b";
+    length_ = -1;
+    EXPECT_EQ(TSStrtokEx(&double_, token_.at(), 1, 9, text, 1, &length_, ",", 1, -1, &next_,
+                         nullptr, TS_OPT_CHAR_COUNT),
+              2);
+    EXPECT_EQ(length_, 2);
+    EXPECT_EQ(next_, text + 3);
+}
+
 } // namespace
 } // namespace vlx::test

@@ -27,8 +27,9 @@ struct MemoryHost {
     // Every open of the path, and its removal and replacement, is denied from now on.
     static void deny(std::string_view path);
 
-    // The nth call from now that can fail (open, close, read, seek, size, remove, replace, createMapping,
-    // closeMapping, mapView, unmapView, allocate, free) fails once; 0 takes the order back.
+    // The nth call from now that can fail (open, close, read, seek, size, remove, replace,
+    // createMapping, closeMapping, mapView, unmapView, allocate, free) fails once; 0 takes the
+    // order back.
     static void failCall(std::uint32_t n);
 
     // The error number of a replacement that failed.
@@ -42,10 +43,14 @@ struct MemoryHost {
     static int openMappings();
     static int openViews();
     static int liveBlocks();
+    static int openSettings();
 
     static void setEnvironment(std::string_view name, std::string_view value);
     static void clearEnvironment();
     static void setUserLocaleId(std::uint32_t id);
+
+    // What setThreadLocale was last told, by any thread; 0 at first. It can fail, too.
+    static std::uint32_t threadLocaleId();
 
     // A setting of a locale, by its number in host::Setting: as the user has changed it, and as the
     // locale comes. Narrow text is its low bytes.

@@ -23,6 +23,7 @@ class Span {
     Span(const unsigned char* data, std::size_t size) : data_(data), size_(size) {}
     explicit Span(const Bytes& bytes) : Span(bytes.data(), bytes.size()) {}
 
+    const unsigned char* data() const { return data_; }
     unsigned at(std::ptrdiff_t position) const;
 
     // What is left from a position on.

@@ -57,6 +57,8 @@ inline Catalogue catalogue()
     all.add(TS_OBJ_TERRITORY, 158, "Taiwan");
     all.add(TS_OBJ_TERRITORY, 643, "Russia");
     all.add(TS_OBJ_TERRITORY, 792, "Turkey");
+    all.add(TS_OBJ_SORT, 1, "General");
+    all.add(TS_OBJ_SORT, 17, "Turkish");
     for (const int page : {1251, 1252, 1254, 932, 950})
         all.add(TS_OBJ_CODEPAGE, static_cast<std::uint16_t>(page), "MS" + std::to_string(page));
     return all;

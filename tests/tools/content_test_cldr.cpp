@@ -4,12 +4,15 @@
 
 #include <array>
 #include <map>
+#include <set>
 
 #include <iconv.h>
 #include <pugixml.hpp>
 #include <toml++/toml.h>
 
 #include "import/import.hpp"
+#include "import/import_cldr_table.hpp"
+#include "import/import_sorts_table.hpp"
 
 using namespace content_test;
 
@@ -215,9 +218,6 @@ TEST(CldrSources, PatternsAndLayouts)
 TEST_F(CldrTest, ImportGivesTheCommittedSources)
 {
     const TemporaryDirectory directory;
-    // Sorts that stand are named in the sources, so the importer has to see them here too.
-    if (std::filesystem::exists(root() / "data/sorts"))
-        std::filesystem::copy(root() / "data/sorts", directory.path() / "sorts");
     vlx::import::CldrOptions options;
     options.outputDirectory = directory.path().string();
     ASSERT_TRUE(vlx::import::importCldr(options));
@@ -231,23 +231,13 @@ TEST_F(CldrTest, ImportGivesTheCommittedSources)
     EXPECT_GE(files, kLanguages.size() + kTerritories.size());
 }
 
-TEST_F(CldrTest, ASortThatStandsBecomesTheDefault)
+TEST(CldrTable, SortsAreThoseOfTheTableOfSorts)
 {
-    const TemporaryDirectory directory;
-    std::filesystem::create_directory(directory.path() / "sorts");
-    directory.write("sorts/Turkish.sort", "");
-    vlx::import::CldrOptions options;
-    options.outputDirectory = directory.path().string();
-    ASSERT_TRUE(vlx::import::importCldr(options));
-    EXPECT_NE(
-        readFile(directory.path() / "languages/Turkish.toml").find("default_sort = \"Turkish\"\n"),
-        std::string::npos);
-    EXPECT_NE(
-        readFile(directory.path() / "languages/Japanese.toml").find("default_sort = \"Binary\"\n"),
-        std::string::npos);
-    EXPECT_NE(readFile(directory.path() / "languages/English.toml")
-                  .find("default_sort = \"Binary\" # General once the sort object stands\n"),
-              std::string::npos);
+    std::set<std::string> sorts = {"Binary"};
+    for (const vlx::import::SortRow& row : vlx::import::sortRows())
+        sorts.insert(row.object);
+    for (const vlx::import::LanguageRow& row : vlx::import::languageRows())
+        EXPECT_TRUE(sorts.contains(row.sort)) << row.object;
 }
 
 TEST(CldrImport, FailsWithoutItsFiles)

@@ -279,7 +279,7 @@ TEST(ContentDump, ShowsAllValuesOfALanguage)
     vlx::data::dumpLanguage(compiledLanguage("German"), out);
     const std::string text = out.str();
     for (const char* const line :
-         {"code = \"DE\"", "default_territory = 276", "default_codepage = 1252", "default_sort = 0",
+         {"code = \"DE\"", "default_territory = 276", "default_codepage = 1252", "default_sort = 1",
           "full = [\"Sonntag\", \"Montag\", \"Dienstag\"", "\"Dezember\", \"\"]", "am = \"AM\"",
           "[[pairs.upper]]\nfrom = \"\u00DF\"\nto = \"SS\""})
         EXPECT_NE(text.find(line), std::string::npos) << line << "\n" << text;

@@ -55,10 +55,14 @@ struct Damage {
 
 class DamagedDirectory : public testing::Test {
   protected:
-    // Damages the file in the copy of the directory.
+    // Damages the file in the copy of the directory, which has no sorts: their lint is tested by
+    // itself, and takes most of the time.
     void plant(const std::string& name, const std::function<void(File&)>& damage)
     {
-        fs::copy(VLX_LOCALE, tree_.output());
+        fs::create_directory(tree_.output());
+        for (const fs::directory_entry& file : fs::directory_iterator(VLX_LOCALE))
+            if (!file.path().filename().string().starts_with("so_"))
+                fs::copy(file.path(), tree_.output());
         const std::string text = contentOf(tree_.output() + "/" + name);
         File file{Bytes(text.begin(), text.end())};
         damage(file);

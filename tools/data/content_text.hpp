@@ -76,7 +76,7 @@ class Source {
     SourceHead head(std::uint8_t type);
     std::uint16_t number(const std::string& key, int lowest, int highest);
     bool flag(const std::string& key);
-    bool has(const std::string& key); // for keys that may be left out
+    bool has(const std::string& key);  // for keys that may be left out
     void know(const std::string& key); // a key with others below it, all of them known
     std::u16string text(const std::string& key, const TextRule& rule = {});
     SourceText lines(const std::string& key);

@@ -8,6 +8,7 @@
 #include "codepage_compile.hpp"
 #include "container.hpp"
 #include "content.hpp"
+#include "sort_compile.hpp"
 #include "sourcefile.hpp"
 
 #include "tsconst.h"
@@ -75,7 +76,7 @@ void dumpObject(const Container& container, ObjectName object, std::ostream& out
     else if (object.type == TS_OBJ_CODEPAGE)
         dumpCodePage(container.sections, object.id, out);
     else
-        out << "(the content of this type is not known)\n";
+        dumpSort(container.sections.front(), out);
 }
 
 void lintStamp(const Container& container, Reporter& report)
@@ -130,6 +131,8 @@ void lintObject(const std::string& path, const TSObjDisk& entry, const LintExcep
         lintTerritory(container->sections.front(), path, diagnostics);
     else if (entry.type == TS_OBJ_CODEPAGE)
         lintCodePage(container->sections, entry.id, path, exceptions, diagnostics);
+    else if (entry.type == TS_OBJ_SORT)
+        lintSort(container->sections.front(), path, diagnostics);
 }
 
 // Object files that the control file does not list are never read.

@@ -20,8 +20,11 @@ namespace {
 constexpr unsigned kPages = 256;
 constexpr unsigned kPageSize = 256;
 
-// Pairs of characters that are to be held as contractions, whatever the rules say: each of `first`
-// with each of `second`.
+// A level 3 weight above those of letters in any case.
+constexpr MinorWeight kAboveLetters{static_cast<int>(LetterCase::kUpper), 0xFFFF, 0};
+
+// Pairs of characters that are to be held as contractions although no rule places them: each of
+// `first` with each of `second`.
 struct Combination {
     std::u16string first;
     std::u16string second;
@@ -76,6 +79,7 @@ class SortCompiler {
     void takeCharacters();
     void takePlaced();
     void takeCombinations();
+    bool isMoreThanItsParts(char16_t first, char16_t second);
     void takePair(const std::u16string& pair);
     void reportNotHeld(const PlacedText& placed, const std::string& why);
     void separateExpansions();
@@ -101,8 +105,8 @@ void SortCompiler::takeCharacters()
     for (unsigned value = 0; value < kPages * kPageSize; ++value) {
         const auto character = static_cast<char16_t>(value);
         if (pages_[value / kPageSize])
-            characters_[character] = held(order_.elementsOf({&character, 1}), order_.weights(),
-                                          order_.hasSpecials(), 2);
+            characters_[character] =
+                held(order_.elementsOf({&character, 1}), order_.weights(), order_.hasSpecials(), 2);
     }
 }
 
@@ -137,17 +141,32 @@ void SortCompiler::takePlaced()
             complaints_.refuse("not_held", quoted(text) + " is held, or not placed by any rule");
 }
 
+// Two letters that follow each other like any two need no contraction. A letter and its mark do:
+// the comparison may end on the letter, and then the mark comes too late.
+bool SortCompiler::isMoreThanItsParts(char16_t first, char16_t second)
+{
+    CollationElements parts = order_.elementsOf({&first, 1});
+    const CollationElements rest = order_.elementsOf({&second, 1});
+    if (std::all_of(rest.begin(), rest.end(),
+                    [](const CollationElement& one) { return one.primary == 0; }))
+        return true;
+    parts.insert(parts.end(), rest.begin(), rest.end());
+    return parts != order_.elementsOf(std::u16string{first, second});
+}
+
 void SortCompiler::takeCombinations()
 {
     for (const auto& [first, second] : source_.combinations)
         for (const char16_t one : first)
             for (const char16_t other : second)
-                takePair({one, other});
+                if (isMoreThanItsParts(one, other))
+                    takePair({one, other});
 }
 
 // The second element of a character at the very end of a text is lost when that is compared with a
 // text that ends at the same time. So that the two do not become equal, the first element of an
-// expansion is no other character's element.
+// expansion is no other character's element. Where a rule has told the two elements from those of
+// the letters on level 2, level 3 is free, and takes a weight above all letters.
 void SortCompiler::separateExpansions()
 {
     std::set<HeldElement> single;
@@ -156,9 +175,15 @@ void SortCompiler::separateExpansions()
             single.insert(elements[0]);
     for (const auto& [pair, element] : pairs_)
         single.insert(element);
-    for (auto& [character, elements] : characters_)
-        while (elements.size() == 2 && single.contains(elements[0]))
+    for (auto& [character, elements] : characters_) {
+        if (elements.size() != 2)
+            continue;
+        if (std::any_of(elements[1].secondaries.begin(), elements[1].secondaries.end(),
+                        [](const MinorWeight& weight) { return weight.rank > 0; }))
+            elements[0].tertiaries = {kAboveLetters};
+        while (single.contains(elements[0]))
             elements[0].tertiaries.push_back({0, kCommonTertiary, 1});
+    }
 }
 
 std::uint8_t SortCompiler::directions() const
@@ -241,15 +266,14 @@ std::optional<Bytes> SortCompiler::layOut()
     const std::size_t contractionsAt = expansionsAt + expansions.size();
     const std::size_t size = contractionsAt + contractions.size();
     if (size > kMaxSectionSize) {
-        report_.error(0, "takes " + std::to_string(size) + " bytes: " +
-                             std::to_string(records / kPageSize) + " pages, " +
+        report_.error(0, "takes " + std::to_string(size) +
+                             " bytes: " + std::to_string(records / kPageSize) + " pages, " +
                              std::to_string(expansions.size() / sizeof(TSSortExpansion)) +
                              " expansions, " + std::to_string(pairs_.size()) +
                              " contractions; a section has at most 65,535");
         return std::nullopt;
     }
-    header.expansionCount =
-        static_cast<std::uint16_t>(expansions.size() / sizeof(TSSortExpansion));
+    header.expansionCount = static_cast<std::uint16_t>(expansions.size() / sizeof(TSSortExpansion));
     header.contractionCount = static_cast<std::uint16_t>(pairs_.size());
     header.charTableOffset = static_cast<std::uint16_t>(sizeof header);
     header.expansionTableOffset = static_cast<std::uint16_t>(expansionsAt);

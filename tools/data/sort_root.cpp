@@ -113,8 +113,8 @@ class RootReader {
             }
             const std::size_t tab = std::min(line.text.find('\t'), line.text.size());
             const std::string_view text = line.text;
-            if (section == nullptr || !(this->*section)(trimmed(text.substr(0, tab)),
-                                                        trimmed(text.substr(tab))))
+            if (section == nullptr ||
+                !(this->*section)(trimmed(text.substr(0, tab)), trimmed(text.substr(tab))))
                 report_.error(line.number, "'" + line.text + "' is no line of its section");
         }
         if (table_.entries_.empty())

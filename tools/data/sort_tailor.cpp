@@ -89,7 +89,8 @@ CollationElements TailoredOrder::match(std::u16string& text, std::size_t& at)
 void TailoredOrder::joinSyllables(CollationElements& elements)
 {
     const auto jamoAt = [&](std::size_t place) {
-        const auto found = place < elements.size() ? jamo_.find(elements[place].primary) : jamo_.end();
+        const auto found =
+            place < elements.size() ? jamo_.find(elements[place].primary) : jamo_.end();
         return found == jamo_.end() ? 0 : found->second;
     };
     for (std::size_t i = 0; i < elements.size(); ++i) {
@@ -97,12 +98,11 @@ void TailoredOrder::joinSyllables(CollationElements& elements)
             !isBetween(jamoAt(i + 1), kVowels, kVowelCount))
             continue;
         const bool hasTrail = isBetween(jamoAt(i + 2), kTrails + 1, kTrailCount - 1);
-        const int code = kSyllables +
-                         ((jamoAt(i) - kLeads) * kVowelCount + jamoAt(i + 1) - kVowels) *
-                             kTrailCount +
-                         (hasTrail ? jamoAt(i + 2) - kTrails : 0);
-        elements[i].primary = weights_.primaryOf(
-            kHangul | static_cast<std::uint32_t>(code));
+        const int code =
+            kSyllables +
+            ((jamoAt(i) - kLeads) * kVowelCount + jamoAt(i + 1) - kVowels) * kTrailCount +
+            (hasTrail ? jamoAt(i + 2) - kTrails : 0);
+        elements[i].primary = weights_.primaryOf(kHangul | static_cast<std::uint32_t>(code));
         const auto next = elements.begin() + static_cast<std::ptrdiff_t>(i) + 1;
         elements.erase(next, next + (hasTrail ? 2 : 1));
     }

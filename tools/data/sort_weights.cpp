@@ -46,9 +46,9 @@ SortWeights::SortWeights(const RootTable& root) : groups_(root.groups())
 
 std::size_t SortWeights::groupOf(std::uint32_t root) const
 {
-    const auto behind =
-        std::upper_bound(groups_.begin(), groups_.end(), root,
-                         [](std::uint32_t value, const RootGroup& one) { return value < one.first; });
+    const auto behind = std::upper_bound(
+        groups_.begin(), groups_.end(), root,
+        [](std::uint32_t value, const RootGroup& one) { return value < one.first; });
     return static_cast<std::size_t>(behind - groups_.begin()) - 1;
 }
 
@@ -210,7 +210,8 @@ MinorWeight SortWeights::secondaryValue(int secondary) const
 MinorWeight SortWeights::tertiaryValue(int tertiary) const
 {
     const Minor& minor = tertiaries_.weights[index(tertiary)];
-    const int letterCase = static_cast<int>(LetterCase::kUpper) - static_cast<int>(minor.letterCase);
+    const int letterCase =
+        static_cast<int>(LetterCase::kUpper) - static_cast<int>(minor.letterCase);
     return {upperFirst_ ? letterCase : 0, minor.root, rankOf(minor, tertiary)};
 }
 

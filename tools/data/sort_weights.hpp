@@ -51,7 +51,10 @@ class SortWeights {
     CollationElement behindSecondary(const CollationElement& element);
     CollationElement behindTertiary(const CollationElement& element);
 
-    LetterCase caseOf(int tertiary) const { return tertiaries_.weights[index(tertiary)].letterCase; }
+    LetterCase caseOf(int tertiary) const
+    {
+        return tertiaries_.weights[index(tertiary)].letterCase;
+    }
     void setCase(CollationElement& element, LetterCase letterCase);
 
     // The groups in their new order; the kinds that are no script stay in front. False if a name is

@@ -223,16 +223,6 @@ bool writeFile(const fs::path& path, const std::string& text)
     return out.good();
 }
 
-// Whether data/sorts holds a source of this name, in whatever format.
-bool sortStands(const fs::path& directory, const std::string& name)
-{
-    std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator(directory / "sorts", error))
-        if (entry.path().stem() == name)
-            return true;
-    return name == "Binary";
-}
-
 bool importLanguage(CldrStore& store, const LanguageRow& row, const fs::path& directory)
 {
     LocaleReader reader(store, row.locale, row.codePage, row.substitutes);
@@ -249,8 +239,8 @@ bool importLanguage(CldrStore& store, const LanguageRow& row, const fs::path& di
     values.pm = dayPeriod(reader, "pm");
     return reader.good() &&
            writeFile(directory / "languages" / (std::string(row.object) + ".toml"),
-                     languageSource(row, values, sortStands(directory, row.sort),
-                                    originOf(store, row.locale, row.codePage), reader.notes()));
+                     languageSource(row, values, originOf(store, row.locale, row.codePage),
+                                    reader.notes()));
 }
 
 bool importTerritory(CldrStore& store, const TerritoryRow& row, const fs::path& directory)

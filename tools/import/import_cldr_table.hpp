@@ -22,7 +22,7 @@ struct LanguageRow {
     const char* locale;
     const char* territory;
     const char* codePage;
-    const char* sort; // stands in a comment as long as there is no such sort
+    const char* sort; // of the importer's table of sorts, or Binary
     std::vector<Substitute> substitutes;
     std::vector<CasePair> upperPairs; // from SpecialCasing of Unicode 15
     std::vector<CasePair> lowerPairs;

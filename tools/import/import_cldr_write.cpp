@@ -111,7 +111,7 @@ void writeForm(const char* name, const AmountForm& form, const std::string& sign
 
 } // namespace
 
-std::string languageSource(const LanguageRow& row, const LanguageValues& values, bool sortStands,
+std::string languageSource(const LanguageRow& row, const LanguageValues& values,
                            const Origin& origin, const Notes& notes)
 {
     std::ostringstream out;
@@ -120,12 +120,8 @@ std::string languageSource(const LanguageRow& row, const LanguageValues& values,
     out << "\nid = " << row.id << "\nname = " << toml(std::string(row.object))
         << "\ncode = " << toml(values.code) << "\ndisplay_name = " << toml(values.displayName)
         << "\ndefault_territory = " << toml(std::string(row.territory))
-        << "\ndefault_codepage = " << toml(std::string(row.codePage)) << "\ndefault_sort = ";
-    if (sortStands)
-        out << toml(std::string(row.sort)) << "\n";
-    else
-        out << "\"Binary\" # " << row.sort << " once the sort object stands\n";
-    out << "\n[days] # Sunday first\n";
+        << "\ndefault_codepage = " << toml(std::string(row.codePage))
+        << "\ndefault_sort = " << toml(std::string(row.sort)) << "\n\n[days] # Sunday first\n";
     writeList("full", values.days, out);
     writeList("short", values.shortDays, out);
     out << "\n[months]\n";

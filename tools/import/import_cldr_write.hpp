@@ -25,8 +25,7 @@ struct LanguageValues {
     std::string am, pm;
 };
 
-// `sortStands` tells whether the row's sort has a source of its own.
-std::string languageSource(const LanguageRow& row, const LanguageValues& values, bool sortStands,
+std::string languageSource(const LanguageRow& row, const LanguageValues& values,
                            const Origin& origin, const Notes& notes);
 std::string territorySource(const TerritoryRow& row, const TerritoryValues& values,
                             const Origin& origin, const Notes& notes);

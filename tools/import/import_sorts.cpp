@@ -139,9 +139,8 @@ std::vector<data::RootGroup> groupsOf(const std::vector<std::string>& lines)
             head = match[1];
         } else if (!head.empty() && std::regex_search(line, match, kScript) && match[2] != "0000") {
             const auto kind = kKinds.find(head);
-            groups.push_back(
-                {kind == kKinds.end() ? match[1].str() : kind->second,
-                 static_cast<std::uint32_t>(std::stoul(match[2].str(), nullptr, 16))});
+            groups.push_back({kind == kKinds.end() ? match[1].str() : kind->second,
+                              static_cast<std::uint32_t>(std::stoul(match[2].str(), nullptr, 16))});
             head.clear();
         }
     }
@@ -195,7 +194,8 @@ bool writeDecompositions(std::ostream& out)
             parts.isEmpty())
             continue;
         const std::u16string units(parts.getBuffer(), static_cast<std::size_t>(parts.length()));
-        if (std::none_of(units.begin(), units.end(), [](char16_t c) { return U16_IS_SURROGATE(c); }))
+        if (std::none_of(units.begin(), units.end(),
+                         [](char16_t c) { return U16_IS_SURROGATE(c); }))
             out << hexText(static_cast<std::uint32_t>(value), 4) << '\t' << textOf(units) << '\n';
     }
     return true;
@@ -234,8 +234,10 @@ bool importRoot(const fs::path& cldr, const fs::path& path)
         return false;
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     out << "# The root order: collation elements of all characters up to U+FFFF.\n#\n"
-           "# Origin: CLDR 41, allkeys_CLDR.txt (UCA 14.0.0) and, for the groups, FractionalUCA.txt;\n"
-           "# decompositions and combining classes of Unicode 15 by ICU 72; by `vlx-import sorts`.\n"
+           "# Origin: CLDR 41, allkeys_CLDR.txt (UCA 14.0.0) and, for the groups, "
+           "FractionalUCA.txt;\n"
+           "# decompositions and combining classes of Unicode 15 by ICU 72; by `vlx-import "
+           "sorts`.\n"
            "# Copyright © 2021 Unicode, Inc.\n"
            "# Licence: Unicode-DFS-2016.\n\n[pages] # with a record for each character\n"
         << kPages << "\n\n[groups] # name, smallest level 1 weight\n";
@@ -253,8 +255,7 @@ std::string readable(const std::string& rule)
 {
     UErrorCode code = U_ZERO_ERROR;
     const icu::Normalizer2* const normalizer = icu::Normalizer2::getNFCInstance(code);
-    const icu::UnicodeString text =
-        normalizer->normalize(icu::UnicodeString::fromUTF8(rule), code);
+    const icu::UnicodeString text = normalizer->normalize(icu::UnicodeString::fromUTF8(rule), code);
     std::string result;
     for (int32_t i = 0; i < text.length(); ++i) {
         const char16_t unit = text[i];
@@ -271,7 +272,7 @@ std::string cleaned(const std::string& rules, const SortRow& row)
     std::string text;
     for (std::string line; std::getline(in, line);) {
         const std::string rule(data::trimmed(line.substr(0, line.find('#'))));
-        const bool isLeft = std::find(row.left.begin(), row.left.end(), rule) != row.left.end();
+        const bool isLeft = row.left != nullptr && rule == row.left;
         if (!rule.empty() && !isLeft)
             text += readable(rule) + "\n";
     }
@@ -308,8 +309,8 @@ bool importSort(const fs::path& cldr, const SortRow& row, const fs::path& path)
             << "# Copyright © 1991-2022 Unicode, Inc.\n# Licence: Unicode-DFS-2016.\n";
     else
         out << "# Origin: rules of our own over the root table, by `vlx-import sorts`.\n";
-    for (const char* const left : row.left)
-        out << "# Left out: " << left << "\n";
+    if (row.left != nullptr)
+        out << "# Left out: " << row.left << "\n";
     if (row.remark != nullptr)
         out << "# " << row.remark << "\n";
     out << "\nid = " << row.id << "\nname = \"" << row.object << "\"\nrules = '''\n"

@@ -7,9 +7,56 @@
 
 #include "build.hpp"
 #include "directory.hpp"
+#include "messages_command.hpp"
 #include "sourcefile.hpp"
 
 namespace {
+
+// The commands that work on message catalogs.
+struct CatalogCommands {
+    explicit CatalogCommands(CLI::App& app)
+    {
+        catalog = app.add_subcommand("catalog", "Compile message catalogs, and look at them");
+        catalog->require_subcommand(1);
+        build = catalog->add_subcommand("build", "Compile a source (.toml) or a .po file");
+        build->add_option("SOURCE", options.files, "the source")->required()->expected(1);
+        build->add_option("-o,--output", options.output, "the catalog")->required();
+        build->add_option("--order", options.order, "the byte order; this machine's if not told")
+            ->check(CLI::IsMember({"little", "big"}));
+        build->add_option("--locale", options.locale, "the locale, in place of the source's");
+        build->add_option("--set", options.contexts, "CONTEXT=NUMBER: a context of a .po file");
+        dump = catalog->add_subcommand("dump", "Print a catalog as its source");
+        dump->add_option("FILE", options.files, "a catalog")->required()->expected(1);
+        lint = catalog->add_subcommand(
+            "lint", "Check catalogs or sources, and compare all languages with the first");
+        lint->add_option("FILE", options.files, "catalogs or sources")->required();
+        lint->add_option("--locale", options.locale, "the locale, in place of the sources'");
+        lint->add_option("--set", options.contexts, "CONTEXT=NUMBER: a context of a .po file");
+        for (CLI::App* const command : {build, dump, lint})
+            command
+                ->add_option("--locale-dir", options.localeDirectory,
+                             "the compiled locale directory with the code pages")
+                ->required();
+    }
+
+    bool parsed() const { return catalog->parsed(); }
+
+    void run(vlx::data::Diagnostics& diagnostics) const
+    {
+        if (build->parsed())
+            vlx::data::buildCatalog(options, diagnostics);
+        else if (dump->parsed())
+            vlx::data::dumpCatalog(options, std::cout, diagnostics);
+        else
+            vlx::data::lintCatalogs(options, diagnostics);
+    }
+
+    vlx::data::CatalogOptions options;
+    CLI::App* catalog;
+    CLI::App* build;
+    CLI::App* dump;
+    CLI::App* lint;
+};
 
 int run(int argc, char** argv)
 {
@@ -32,6 +79,7 @@ int run(int argc, char** argv)
     lint->add_option("DIR", target, "a locale directory")->required();
     std::string exceptions;
     lint->add_option("--one-way", exceptions, "a list of characters that are meant to be one way");
+    const CatalogCommands catalogs(app);
     CLI11_PARSE(app, argc, argv);
 
     Diagnostics diagnostics;
@@ -43,6 +91,8 @@ int run(int argc, char** argv)
         dumpFile(target, std::cout, diagnostics);
     else if (lint->parsed())
         lintDirectory(target, exceptions, diagnostics);
+    else if (catalogs.parsed())
+        catalogs.run(diagnostics);
     print(diagnostics, std::cerr);
     return hasErrors(diagnostics) ? 1 : 0;
 }

@@ -48,26 +48,36 @@ std::string nameFailure(std::int32_t code)
 }
 
 // Where the library looked, for a user whose locale directory was not found.
-void tellBuiltIn(const std::string& given)
+std::string placesOf(const std::string& given)
 {
     std::string places = VLX_LOCALE_DIRECTORY;
     if (const auto variable = environment("TS_LOCALEDIR"))
         places = fmt::format("{} (TS_LOCALEDIR), {}", *variable, places);
     if (!given.empty())
         places = fmt::format("{}, {}", given, places);
+    return places;
+}
+
+void tellBuiltIn(const std::string& given)
+{
     fmt::print(stderr,
                "vlx: no good control.nls in {}.\n"
                "vlx: running on the built-in objects alone (English, UnitedStates, US-ASCII); give "
                "--locale-dir DIR or set TS_LOCALEDIR to have more.\n",
-               places);
+               placesOf(given));
 }
 
 } // namespace
 
-Library::Library(const std::string& directory)
+Library::Library(const std::string& directory, BuiltIn builtIn)
 {
-    const std::int32_t code = TSInit(directory.empty() ? nullptr : directory.c_str(), nullptr,
-                                     nullptr, nullptr, nullptr, 0, 0);
+    const std::int32_t code =
+        TSInit(directory.empty() ? nullptr : directory.c_str(), nullptr, nullptr, nullptr, nullptr,
+               0, builtIn == BuiltIn::kGood ? 0 : TS_STRICT_OBJECTS);
+    if (code == TS_ERR_NO_CONTROL_FILE && builtIn == BuiltIn::kRefused)
+        throw Failure(fmt::format("no good control.nls in {}; give --locale-dir DIR or set "
+                                  "TS_LOCALEDIR",
+                                  placesOf(directory)));
     if (code == TS_ERR_NO_CONTROL_FILE) {
         tellBuiltIn(directory);
         return;
@@ -94,6 +104,16 @@ LocaleHandle openLocale(const std::string& name)
         throw Failure(fmt::format("no locale \"{}\" (error {}): {}.\nA locale name is "
                                   "Language[_Territory][.Codepage][@Sort].",
                                   name, code, nameFailure(code)));
+    return locale;
+}
+
+LocaleHandle openUserLocale()
+{
+    std::int32_t code = TS_ERR_NONE;
+    LocaleHandle locale(TSGetLocale(nullptr, TS_LOCALE_USER | TS_LOCALE_FALLBACK, &code));
+    if (!locale)
+        throw Failure(fmt::format("the user's locale could not be made (error {}): {}.", code,
+                                  nameFailure(code)));
     return locale;
 }
 

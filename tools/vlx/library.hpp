@@ -13,9 +13,12 @@ namespace vlx::cli {
 
 class Library {
   public:
+    // Whether the data that are built in may stand for files that are missing or bad.
+    enum class BuiltIn : std::uint8_t { kGood, kRefused };
+
     // Starts with a locale directory, or an empty name for the usual search. Whatever the user
     // should know about the directory goes to standard error.
-    explicit Library(const std::string& directory);
+    explicit Library(const std::string& directory, BuiltIn builtIn = BuiltIn::kGood);
     ~Library();
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
@@ -34,5 +37,8 @@ using LocaleHandle = std::unique_ptr<TSLocale, ReleaseLocale>;
 
 // Makes a locale, or fails with the meaning of the library's code.
 LocaleHandle openLocale(const std::string& name);
+
+// Makes the user's locale; whatever of it is not listed becomes the default.
+LocaleHandle openUserLocale();
 
 } // namespace vlx::cli

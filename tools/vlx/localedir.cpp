@@ -1,9 +1,12 @@
 #include "localedir.hpp"
 
 #include <algorithm>
+#include <cctype>
+#include <charconv>
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 
 #include <fmt/format.h>
 
@@ -16,6 +19,7 @@ namespace vlx::cli {
 namespace {
 
 constexpr const char* kControlFile = "control.nls";
+constexpr const char* kAliasFile = "alias.txt";
 
 std::optional<Bytes> readFile(const std::filesystem::path& path)
 {
@@ -137,6 +141,35 @@ std::optional<ListedObject> LocaleDirectory::codePageOf(std::string_view localeN
     TSLanguageContent content;
     std::memcpy(&content, file->sections[0].data(), sizeof content);
     return byId(TS_OBJ_CODEPAGE, content.defaultCodePage);
+}
+
+std::optional<ListedObject> LocaleDirectory::byAlias(std::string_view alias) const
+{
+    std::ifstream file(path_ / kAliasFile);
+    std::string codePage;
+    for (std::string line; std::getline(file, line);) {
+        if (line.empty() || line.front() == '#')
+            continue;
+        std::istringstream words(line);
+        if (!std::isspace(static_cast<unsigned char>(line.front())))
+            words >> codePage; // else the entry goes on
+        for (std::string word; words >> word;)
+            if (sameName(word, alias))
+                return byName(TS_OBJ_CODEPAGE, codePage);
+    }
+    return std::nullopt;
+}
+
+std::optional<ListedObject> LocaleDirectory::codePageNamed(const std::string& name) const
+{
+    if (auto page = byName(TS_OBJ_CODEPAGE, name))
+        return page;
+    if (auto page = byAlias(name))
+        return page;
+    std::uint16_t id = 0;
+    const char* const end = name.data() + name.size();
+    const auto [stop, error] = std::from_chars(name.data(), end, id);
+    return error == std::errc() && stop == end ? byId(TS_OBJ_CODEPAGE, id) : std::nullopt;
 }
 
 std::optional<ObjectFile> LocaleDirectory::object(int type, std::uint16_t id) const

@@ -42,6 +42,9 @@ class LocaleDirectory {
     // The code page that a locale name asks for, by the rules of TSGetLocale.
     std::optional<ListedObject> codePageOf(std::string_view localeName) const;
 
+    // A code page by its name, by another name that alias.txt has for it, or by its id.
+    std::optional<ListedObject> codePageNamed(const std::string& name) const;
+
     std::optional<ObjectFile> object(int type, std::uint16_t id) const;
 
   private:
@@ -49,6 +52,7 @@ class LocaleDirectory {
 
     std::optional<ListedObject> byName(int type, std::string_view name) const;
     std::optional<ListedObject> byId(int type, std::uint16_t id) const;
+    std::optional<ListedObject> byAlias(std::string_view alias) const;
 
     std::filesystem::path path_;
     std::vector<ListedObject> objects_;

@@ -22,6 +22,13 @@ std::string quoted(std::uint16_t value)
     return '"' + utf8(value) + '"';
 }
 
+// The class of a character as the items of a JSON array.
+std::string quotedClass(const Item& item)
+{
+    const std::string words = classWords(item, "\", \"");
+    return words.empty() ? words : '"' + words + '"';
+}
+
 // Items are written one by one, since a text of some megabytes would not fit into a document in
 // memory.
 class JsonPrinter : public Printer {
@@ -57,7 +64,8 @@ class JsonPrinter : public Printer {
         first_ = false;
         switch (item.kind) {
         case Item::Kind::kCharacter:
-            out_.print(R"("packed": "{:0{}X}", )", item.packed, 2 * item.size);
+            out_.print(R"("packed": "{:0{}X}", "class": [{}], )", item.packed, 2 * item.size,
+                       quotedClass(item));
             if (item.unicode)
                 out_.print(R"("unicode": "U+{:04X}", "character": {}}})", *item.unicode,
                            quoted(*item.unicode));

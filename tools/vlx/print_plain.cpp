@@ -18,6 +18,17 @@ std::string hexBytes(const PaddedText& text, const Item& item, const char* gap)
     return hex;
 }
 
+std::string classWords(const Item& item, const char* gap)
+{
+    static constexpr const char* words[] = {"alpha", "upper", "lower", "digit", "xdigit",
+                                            "punct", "space", "blank", "cntrl", "ascii"};
+    std::string text;
+    for (std::size_t bit = 0; bit < std::size(words); ++bit)
+        if (item.characterClass >> bit & 1)
+            text += (text.empty() ? "" : gap) + std::string(words[bit]);
+    return text;
+}
+
 namespace {
 
 class PlainPrinter : public Printer {
@@ -37,7 +48,7 @@ class PlainPrinter : public Printer {
                 : "the built-in code page";
         out_.print("{}\n\n", out_.styled(kFaint, fmt::format("{} in {}, {}", subject_.file,
                                                              subject_.locale, codePage)));
-        const std::string& heading = row("Offset", "Bytes", "State", "Packed", "Unicode",
+        const std::string& heading = row("Offset", "Bytes", "State", "Packed", "Unicode", "Class",
                                          out_.terminal().utf8 && subject_.hasUnicode ? "Char" : "");
         out_.print("{}\n", out_.styled(kHeading, heading));
     }
@@ -80,7 +91,8 @@ class PlainPrinter : public Printer {
     // A line of the table; columns that the page has no use for are left out. The text is good
     // until the next call.
     const std::string& row(std::string_view offset, std::string_view bytes, std::string_view state,
-                           std::string_view packed, std::string_view unicode, std::string_view note)
+                           std::string_view packed, std::string_view unicode,
+                           std::string_view characterClass, std::string_view note)
     {
         line_.clear();
         const auto column = [this](std::string_view text, int width, bool right) {
@@ -95,6 +107,7 @@ class PlainPrinter : public Printer {
         column(packed, packedWidth_, true);
         if (subject_.hasUnicode)
             column(unicode, 7, false);
+        column(characterClass, kClassWidth, false);
         line_ += note;
         line_.erase(line_.find_last_not_of(' ') + 1);
         return line_;
@@ -111,13 +124,14 @@ class PlainPrinter : public Printer {
         out_.print("{}\n",
                    row(fmt::format_int(item.offset).c_str(), hexBytes(text_, item, " "),
                        item.state ? "1" : "0", fmt::format("{:0{}X}", item.packed, 2 * item.size),
-                       item.unicode ? fmt::format("U+{:04X}", *item.unicode) : "-", note));
+                       item.unicode ? fmt::format("U+{:04X}", *item.unicode) : "-",
+                       classWords(item, " "), note));
     }
 
     void printMarked(const Item& item, const std::string& bytes, const std::string& note)
     {
         out_.print("{}\n", row(fmt::format_int(item.offset).c_str(), bytes, item.state ? "1" : "0",
-                               "", "", note));
+                               "", "", "", note));
     }
 
     void printCount(std::string_view name, std::int32_t count, bool bad = false)
@@ -151,6 +165,8 @@ class PlainPrinter : public Printer {
             verdict += " (shift bytes follow each other, which the functions read differently)";
         out_.print("  {}, {}\n", what, verdict);
     }
+
+    static constexpr int kClassWidth = 24; // of a capital letter that is a hexadecimal digit
 
     const Subject& subject_;
     const PaddedText& text_;

@@ -36,6 +36,9 @@ std::unique_ptr<Printer> jsonPrinter(const Subject& subject, const PaddedText& t
 // The bytes of an item in hex, with `gap` between them.
 std::string hexBytes(const PaddedText& text, const Item& item, const char* gap);
 
+// The class of a character in words, those of the C library, with `gap` between them.
+std::string classWords(const Item& item, const char* gap);
+
 // The functions that a page's checks call.
 inline const char* countFunction(const PageFacts& page)
 {

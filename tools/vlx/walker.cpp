@@ -37,6 +37,7 @@ Item Walker::characterAt(Place place, std::int32_t size) const
 {
     Item item{Item::Kind::kCharacter, place.offset, size, place.state};
     item.packed = TSGetCharEx(locale_, text_.at(place.offset), place.state);
+    item.characterClass = TSGetCharTypeW(locale_, item.packed, TS_CT_CLASS);
     if (view_)
         item.unicode =
             view_->unicode(reinterpret_cast<const std::uint8_t*>(text_.at(place.offset)), size);

@@ -27,6 +27,7 @@ class PageFacts {
         return stateful_ && (byte == shiftIn_ || byte == shiftOut_);
     }
     bool isShiftIn(std::uint8_t byte) const { return stateful_ && byte == shiftIn_; }
+    std::uint8_t shiftOut() const { return shiftOut_; }
     bool isLineEnd(std::uint8_t byte) const { return lineEnds_[byte]; }
 
   private:
@@ -47,6 +48,7 @@ struct Item {
     std::int32_t state;      // of a character, or the one that a shift byte sets
     std::int32_t needed = 0; // of a character that is cut off, the bytes that it would have
     TSChar32 packed = 0;
+    std::uint32_t characterClass = 0;          // of a character, the bits of TS_CT_CLASS
     std::optional<std::uint16_t> unicode = {}; // nothing where the character is unmapped
 };
 

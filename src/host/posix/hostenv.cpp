@@ -23,4 +23,10 @@ std::int32_t environment(const char* name, char* buffer, std::uint32_t size)
     return static_cast<std::int32_t>(length);
 }
 
+// This host has locales of a thread by name alone, and leaves them to the program.
+bool setThreadLocale(std::uint32_t)
+{
+    return false;
+}
+
 } // namespace vlx::host

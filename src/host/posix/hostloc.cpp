@@ -33,46 +33,35 @@ const char* userLocaleName()
 
 constexpr int kCategories = LC_CTYPE_MASK | LC_NUMERIC_MASK | LC_MONETARY_MASK | LC_TIME_MASK;
 
-// A locale of the host, and the locale of this thread while it lives.
-class HostLocale {
-  public:
-    explicit HostLocale(const SettingName& name)
-    {
-        if (name.changedByUser && name.locale == userLocaleId())
-            locale_ = newlocale(kCategories, "", nullptr);
-        else
-            openById(name.locale);
-        if (locale_)
-            before_ = uselocale(locale_);
+locale_t openById(std::uint32_t id)
+{
+    char base[16];
+    localeNameOf(id, base, sizeof base);
+    locale_t locale = nullptr;
+    for (const char* const codePage : {".UTF-8", ""}) {
+        char name[32];
+        std::snprintf(name, sizeof name, "%s%s", base, codePage);
+        if (*base && !locale)
+            locale = newlocale(kCategories, name, nullptr);
     }
-    ~HostLocale()
-    {
-        if (!locale_)
-            return;
-        uselocale(before_);
-        freelocale(locale_);
-    }
-    HostLocale(const HostLocale&) = delete;
-    HostLocale& operator=(const HostLocale&) = delete;
+    return locale;
+}
 
-    explicit operator bool() const { return locale_ != nullptr; }
-    const char* info(nl_item item) const { return nl_langinfo_l(item, locale_); }
+locale_t localeOf(const Settings& settings)
+{
+    return static_cast<locale_t>(settings.data);
+}
+
+// Makes a locale that of this thread for a while.
+class ThreadLocale {
+  public:
+    explicit ThreadLocale(locale_t locale) : before_(uselocale(locale)) {}
+    ~ThreadLocale() { uselocale(before_); }
+    ThreadLocale(const ThreadLocale&) = delete;
+    ThreadLocale& operator=(const ThreadLocale&) = delete;
 
   private:
-    void openById(std::uint32_t id)
-    {
-        char base[16];
-        localeNameOf(id, base, sizeof base);
-        for (const char* const codePage : {".UTF-8", ""}) {
-            char name[32];
-            std::snprintf(name, sizeof name, "%s%s", base, codePage);
-            if (*base && !locale_)
-                locale_ = newlocale(kCategories, name, nullptr);
-        }
-    }
-
-    locale_t locale_ = nullptr;
-    locale_t before_ = nullptr;
+    const locale_t before_;
 };
 
 // Copies text that fits; an empty one is what the locale does not tell.
@@ -153,18 +142,19 @@ bool readConvention(const lconv& values, Setting setting, char* text, std::uint3
     }
 }
 
-// The bytes of a setting in the code page of the locale.
-bool readBytes(const HostLocale& locale, Setting setting, char* text, std::uint32_t size)
+// The bytes of a setting in the code page of the locale, which is this thread's.
+bool readBytes(locale_t locale, Setting setting, char* text, std::uint32_t size)
 {
-    switch (setting) {
-    case Setting::kDate:
-        return pictureOf(locale.info(D_FMT), locale.info(T_FMT_AMPM), text, size);
-    case Setting::kTime:
-        return pictureOf(locale.info(T_FMT), locale.info(T_FMT_AMPM), text, size);
-    default:
-        const std::lock_guard<std::mutex> guard(conventionsLock);
-        return readConvention(*std::localeconv(), setting, text, size);
-    }
+    const auto picture = [&](nl_item format) {
+        return pictureOf(nl_langinfo_l(format, locale), nl_langinfo_l(T_FMT_AMPM, locale), text,
+                         size);
+    };
+    if (setting == Setting::kDate)
+        return picture(D_FMT);
+    if (setting == Setting::kTime)
+        return picture(T_FMT);
+    const std::lock_guard<std::mutex> guard(conventionsLock);
+    return readConvention(*std::localeconv(), setting, text, size);
 }
 
 // Older code pages have no narrow no-break space; the ordinary one says the same.
@@ -203,18 +193,34 @@ std::uint32_t userLocaleId()
     return localeIdOf(userLocaleName());
 }
 
-bool readSetting(const SettingName& name, char* text, std::uint32_t size)
+Settings openSettings(std::uint32_t locale, bool changedByUser)
 {
-    const HostLocale locale(name);
-    return locale && readBytes(locale, name.setting, text, size);
+    const bool users = changedByUser && locale == userLocaleId();
+    return {locale, changedByUser, users ? newlocale(kCategories, "", nullptr) : openById(locale)};
 }
 
-bool readSetting16(const SettingName& name, TSChar16* text, std::uint32_t size)
+void closeSettings(const Settings& settings)
+{
+    if (settings.data)
+        freelocale(localeOf(settings));
+}
+
+bool readSetting(const Settings& settings, Setting setting, char* text, std::uint32_t size)
+{
+    if (!settings.data)
+        return false;
+    const ThreadLocale thread(localeOf(settings));
+    return readBytes(localeOf(settings), setting, text, size);
+}
+
+bool readSetting16(const Settings& settings, Setting setting, TSChar16* text, std::uint32_t size)
 {
     constexpr std::uint32_t kMaxBytes = 256;
     char bytes[kMaxBytes];
-    const HostLocale locale(name);
-    return locale && readBytes(locale, name.setting, bytes, kMaxBytes) && widen(bytes, text, size);
+    if (!settings.data)
+        return false;
+    const ThreadLocale thread(localeOf(settings));
+    return readBytes(localeOf(settings), setting, bytes, kMaxBytes) && widen(bytes, text, size);
 }
 
 bool hasSettings16()

@@ -20,4 +20,9 @@ std::int32_t environment(const char* name, char* buffer, std::uint32_t size)
     return 0;
 }
 
+bool setThreadLocale(std::uint32_t id)
+{
+    return SetThreadLocale(id) != 0;
+}
+
 } // namespace vlx::host

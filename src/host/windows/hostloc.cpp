@@ -14,10 +14,10 @@ WCHAR* wide(TSChar16* text)
     return reinterpret_cast<WCHAR*>(text);
 }
 
-LCTYPE typeOf(const SettingName& name)
+LCTYPE typeOf(const Settings& settings, Setting setting)
 {
-    const auto type = static_cast<LCTYPE>(name.setting);
-    return name.changedByUser ? type : type | LOCALE_NOUSEROVERRIDE;
+    const auto type = static_cast<LCTYPE>(setting);
+    return settings.changedByUser ? type : type | LOCALE_NOUSEROVERRIDE;
 }
 
 } // namespace
@@ -27,14 +27,23 @@ std::uint32_t userLocaleId()
     return GetUserDefaultLCID();
 }
 
-bool readSetting(const SettingName& name, char* text, std::uint32_t size)
+Settings openSettings(std::uint32_t locale, bool changedByUser)
 {
-    return GetLocaleInfoA(name.locale, typeOf(name), text, static_cast<int>(size)) != 0;
+    return {locale, changedByUser, nullptr};
 }
 
-bool readSetting16(const SettingName& name, TSChar16* text, std::uint32_t size)
+void closeSettings(const Settings&) {}
+
+bool readSetting(const Settings& settings, Setting setting, char* text, std::uint32_t size)
 {
-    return GetLocaleInfoW(name.locale, typeOf(name), wide(text), static_cast<int>(size)) != 0;
+    return GetLocaleInfoA(settings.locale, typeOf(settings, setting), text,
+                          static_cast<int>(size)) != 0;
+}
+
+bool readSetting16(const Settings& settings, Setting setting, TSChar16* text, std::uint32_t size)
+{
+    return GetLocaleInfoW(settings.locale, typeOf(settings, setting), wide(text),
+                          static_cast<int>(size)) != 0;
 }
 
 // The older hosts of this family set the top bit.

@@ -96,10 +96,5 @@ TEST_F(PosixHostTest, TheDotOfAHiddenFileIsPartOfItsName)
     EXPECT_EQ(host::stemLength("/home/.profile.old"), 14u);
 }
 
-TEST_F(PosixHostTest, HasNoNumberForTheUsersLocale)
-{
-    EXPECT_EQ(host::userLocaleId(), 0u);
-}
-
 } // namespace
 } // namespace vlx::test

@@ -6,7 +6,11 @@
 #include <fstream>
 #include <iterator>
 
+#include <csignal>
+
+#include <fcntl.h>
 #include <pty.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -16,7 +20,7 @@ namespace {
 
 std::string environment(const Surroundings& surroundings)
 {
-    return "env -u NO_COLOR LC_ALL=" + surroundings.language + " TS_LOCALEDIR='" +
+    return "env -u NO_COLOR -u TS_LANG LC_ALL=" + surroundings.language + " TS_LOCALEDIR='" +
            surroundings.localeDirectory + "' ";
 }
 
@@ -35,8 +39,9 @@ int exitStatus(int status)
 Outcome run(const std::string& arguments, const Surroundings& surroundings)
 {
     const Workshop workshop;
-    const std::string command = inExamples(environment(surroundings) + VLX_COMMAND " " + arguments +
-                                           " 2>'" + workshop.path("errors") + "'");
+    const std::string input = surroundings.input.empty() ? "" : surroundings.input + " | ";
+    const std::string command = inExamples(input + environment(surroundings) + VLX_COMMAND " " +
+                                           arguments + " 2>'" + workshop.path("errors") + "'");
     Outcome outcome{-1, {}, {}};
     FILE* const pipe = popen(command.c_str(), "r");
     std::array<char, 4096> piece;
@@ -45,6 +50,83 @@ Outcome run(const std::string& arguments, const Surroundings& surroundings)
     outcome.status = exitStatus(pclose(pipe));
     outcome.errors = contentOf(workshop.path("errors"));
     return outcome;
+}
+
+Child::Child(const std::vector<std::string>& arguments)
+{
+    int in[2];
+    int out[2];
+    if (pipe2(in, O_CLOEXEC) != 0 || pipe2(out, O_CLOEXEC) != 0)
+        std::abort();
+    std::vector<std::string> words{VLX_COMMAND, "--locale-dir", VLX_LOCALE};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char*> pointers;
+    for (std::string& word : words)
+        pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+    child_ = fork();
+    if (child_ == 0) {
+        dup2(in[0], STDIN_FILENO);
+        dup2(out[1], STDOUT_FILENO);
+        dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO);
+        execv(VLX_COMMAND, pointers.data());
+        _exit(127);
+    }
+    close(in[0]);
+    close(out[1]);
+    input_ = in[1];
+    output_ = out[0];
+}
+
+Child::~Child()
+{
+    if (child_ > 0)
+        finish();
+}
+
+void Child::write(std::string_view text) const
+{
+    while (!text.empty()) {
+        const ssize_t count = ::write(input_, text.data(), text.size());
+        if (count <= 0)
+            std::abort();
+        text.remove_prefix(static_cast<std::size_t>(count));
+    }
+}
+
+std::string Child::read(std::size_t size) const
+{
+    std::string text(size, '\0');
+    std::size_t filled = 0;
+    ssize_t count = 1;
+    for (; filled < size && count > 0; filled += static_cast<std::size_t>(count))
+        count = ::read(output_, text.data() + filled, size - filled);
+    text.resize(filled);
+    return text;
+}
+
+void Child::endInput()
+{
+    close(input_);
+    input_ = -1;
+}
+
+void Child::signal(int signal) const
+{
+    kill(child_, signal);
+}
+
+Child::End Child::finish()
+{
+    if (input_ >= 0)
+        endInput();
+    close(output_);
+    End end{-1, 0};
+    rusage usage{};
+    wait4(child_, &end.status, 0, &usage);
+    end.mostMemory = usage.ru_maxrss;
+    child_ = -1;
+    return end;
 }
 
 std::string onTerminal(const std::string& arguments, const std::string& variables)

@@ -22,8 +22,35 @@ struct Outcome {
 struct Surroundings {
     std::string localeDirectory = VLX_LOCALE;
     std::string language = "C.UTF-8"; // LC_ALL
+    std::string input = {};           // a command whose output is the standard input
 };
 Outcome run(const std::string& arguments, const Surroundings& surroundings = {});
+
+// The program as a child, with its standard input and output in our hands.
+class Child {
+  public:
+    explicit Child(const std::vector<std::string>& arguments);
+    ~Child();
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+
+    void write(std::string_view text) const;
+    std::string read(std::size_t size) const; // waits for so many bytes, or for the end
+    void endInput();
+    void signal(int signal) const;
+
+    struct End {
+        int status;      // as wait() gives it
+        long mostMemory; // KiB
+    };
+    // Closes what is open and waits.
+    End finish();
+
+  private:
+    int input_ = -1;
+    int output_ = -1;
+    int child_ = -1;
+};
 
 // What the program writes to a terminal. `variables` are settings for it, such as NO_COLOR=1.
 std::string onTerminal(const std::string& arguments, const std::string& variables);
