@@ -1,23 +1,31 @@
 #include "catalog/catalog_fixture.hpp"
 
-#include "support/object_builder.hpp"
-
 namespace vlx::test {
 
 namespace {
+
+// A language with a code: the text stands behind its content, and word 5 tells where.
+ListedObject codedLanguage(const LanguageSpec& spec, const std::u16string& code)
+{
+    constexpr std::size_t kCodeOffset = 10;
+    Content content = languageContent(spec);
+    content[kCodeOffset] = static_cast<std::uint8_t>(content.size());
+    content[kCodeOffset + 1] = static_cast<std::uint8_t>(content.size() >> 8);
+    for (std::size_t i = 0; i <= code.size(); ++i) {
+        content.push_back(static_cast<std::uint8_t>(code.c_str()[i]));
+        content.push_back(static_cast<std::uint8_t>(code.c_str()[i] >> 8));
+    }
+    return {spec.id, TS_OBJ_LANGUAGE, spec.name, {content}};
+}
 
 void addCoded(LocaleDirectory& directory, std::uint16_t id, const std::string& name,
               std::uint16_t codePage, const std::u16string& language,
               const std::u16string& territory)
 {
-    LanguageContent content = LanguageContent::sample();
-    content.territory = id;
-    content.codePage = codePage;
-    content.texts[0] = language;
-    directory.add(ListedObject{id, TS_OBJ_LANGUAGE, name, {content.bytes()}});
-    TerritoryContent land = TerritoryContent::sample();
-    land.texts[TerritoryContent::kCode] = territory;
-    directory.add(ListedObject{id, TS_OBJ_TERRITORY, name, {land.bytes()}});
+    directory.add(codedLanguage(LanguageSpec{id, name, id, codePage, 0}, language));
+    TerritorySpec land{.id = id, .name = name};
+    land.texts[kCode] = territory;
+    directory.add(land);
 }
 
 LocaleDirectory catalogDirectory()

@@ -133,7 +133,9 @@ bool TranslateRandom::compare(const Party& source, const Party& target)
     } else if (below(3) == 0) {
         length = static_cast<std::int32_t>(below(static_cast<std::uint32_t>(length) + 1));
     }
-    const auto size = static_cast<std::int32_t>(below(4) == 0 ? below(60) : below(8) == 0 ? below(500) : below(20));
+    const auto size = static_cast<std::int32_t>(below(4) == 0   ? below(60)
+                                                : below(8) == 0 ? below(500)
+                                                                : below(20));
     const std::uint32_t options = randomOptions();
     oracle::Bytes wanted(kArea, kFill);
     oracle::Translated reference;
