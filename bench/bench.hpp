@@ -36,6 +36,8 @@ void addStartRows();
 void addSteppingRows();
 void addConversionRows();
 void addStringRows();
+void addCollationRows();
 void addMessageRows();
+void addSearchRows();
 
 } // namespace vlx::bench

@@ -12,6 +12,7 @@ from common import BUILD, ROOT, Rule, files
 
 README = ROOT / "README.md"
 PROGRAM = re.compile(r"^```c\n(.*?)^```\n.*?^```text\n(.*?)^```$", re.M | re.S)
+BLOCK = re.compile(r"^```text\n(.*?)^```$", re.M | re.S)
 LINK = re.compile(r"\]\(([^)#\s]+)(?:#[^)]*)?\)")
 
 
@@ -45,6 +46,14 @@ def check_program(text):
                   f"the program gives\n{given}instead of\n{expected}")
 
 
+def check_report(text):
+    """The output of the small product is the golden one, with which the tests compare it."""
+    found = [block for block in BLOCK.findall(text) if block.startswith("Offene Posten")]
+    golden = (ROOT / "tests" / "tools" / "cli" / "golden" / "report.txt").read_text(encoding="utf-8")
+    if [block.strip() for block in found] != [golden.strip()]:
+        rule.fail(README, 1, "the reports of the small product are not the golden ones")
+
+
 def check_links(path):
     text = path.read_text(encoding="utf-8")
     links = [match for match in LINK.finditer(text) if "://" not in match.group(1)]
@@ -56,6 +65,7 @@ def check_links(path):
 
 rule = Rule()
 check_program(README.read_text(encoding="utf-8"))
+check_report(README.read_text(encoding="utf-8"))
 documents = [*ROOT.glob("*.md"), *files("docs", "examples", "data", suffixes=(".md",))]
 count = sum(map(check_links, documents))
 rule.finish(f"the program of {README.name}, {count} links in {len(documents)} documents")

@@ -17,6 +17,11 @@ std::int32_t messageUnits(TSCatalog* catalog, std::int32_t set, std::int32_t mes
                           std::int32_t count, const Unit* defaultText,
                           typename TextBytes<Unit>::Convert toBytes, ToUnits<Unit> toUnits)
 {
+    if (!catalog) {
+        if (output)
+            *output = 0;
+        return TS_ERR_NO_MESSAGE;
+    }
     TSLocale& locale = *catalog->locale;
     const auto fail = [&](std::int32_t code) {
         locale.lastError = code;

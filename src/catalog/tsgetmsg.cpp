@@ -26,6 +26,11 @@ int32_t TSGetMessage(TSCatalog* catalog, int32_t set, int32_t message, char* out
                      const char* defaultText)
 {
     TS_TRACE(TSGetMessage);
+    if (!catalog) {
+        if (output)
+            *output = 0;
+        TS_RETURN(TS_ERR_NO_MESSAGE);
+    }
     if (!output)
         TS_FAIL(catalog->locale->lastError, TS_ERR_ARGUMENT, TS_ERR_NO_MESSAGE, "No output");
     if (size < 1) {

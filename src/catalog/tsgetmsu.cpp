@@ -18,7 +18,7 @@ int32_t TSGetMessageU(TSCatalog* catalog, int32_t set, int32_t message, TSChar16
     TS_TRACE(TSGetMessageU);
     const int32_t result = vlx::messageUnits(catalog, set, message, output, size, defaultText,
                                              TSUnicodeToStringEx, toUnits);
-    if (result != TS_ERR_NONE)
+    if (result != TS_ERR_NONE && catalog)
         TS_PRINT(TRC1_ERRORS, "No message %d in set %d, err = %d", message, set,
                  catalog->locale->lastError);
     TS_RETURN(result);

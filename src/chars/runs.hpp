@@ -63,6 +63,15 @@ class PlainSet {
     int least_;
 };
 
+// Eight bytes of memory, in the order of the machine.
+template <class Unit>
+std::uint64_t wordAt(const Unit* at)
+{
+    std::uint64_t word;
+    std::memcpy(&word, at, sizeof word);
+    return word;
+}
+
 #if defined(__SSE2__)
 
 inline constexpr bool kBlocksKnowLatin = true;
@@ -128,6 +137,49 @@ inline bool areSameButForCase(const char* block1, const char* block2)
     return _mm_movemask_epi8(same) == 0xFFFF;
 }
 
+// Whether the values of half a block are all below 0x100.
+inline bool areLatin(const TSChar16* half)
+{
+    const __m128i highs = _mm_srli_epi16(loadBlock(half), 8);
+    return _mm_movemask_epi8(_mm_cmpeq_epi16(highs, _mm_setzero_si128())) == 0xFFFF;
+}
+
+inline __m128i areWithin(__m128i values, short first, short last)
+{
+    const __m128i offsets = _mm_sub_epi16(values, _mm_set1_epi16(first));
+    const __m128i above = _mm_subs_epu16(offsets, _mm_set1_epi16(static_cast<short>(last - first)));
+    return _mm_cmpeq_epi16(above, _mm_setzero_si128());
+}
+
+// Which values are letters of one case: of ASCII, or accented ones, among which a sign stands.
+inline __m128i lettersOf(__m128i values, bool upper)
+{
+    const short first = upper ? 0x41 : 0x61;
+    const short accented = upper ? 0xC0 : 0xE0;
+    const __m128i sign =
+        _mm_cmpeq_epi16(values, _mm_set1_epi16(static_cast<short>(accented + 0x17)));
+    const __m128i all =
+        _mm_or_si128(areWithin(values, first, static_cast<short>(first + 25)),
+                     areWithin(values, accented, static_cast<short>(accented + 30)));
+    return _mm_andnot_si128(sign, all);
+}
+
+// The case of half a block of values below 0x100.
+inline void latinToLower(const TSChar16* half, TSChar16* output)
+{
+    const __m128i values = loadBlock(half);
+    const __m128i letters = lettersOf(values, true);
+    storeBlock(output, _mm_add_epi16(values, _mm_and_si128(letters, _mm_set1_epi16(0x20))));
+}
+inline void latinToUpper(const TSChar16* half, TSChar16* output)
+{
+    const __m128i values = loadBlock(half);
+    const __m128i letters = lettersOf(values, false);
+    const __m128i last = _mm_cmpeq_epi16(values, _mm_set1_epi16(0xFF)); // U+00FF becomes U+0178
+    const __m128i images = _mm_sub_epi16(values, _mm_and_si128(letters, _mm_set1_epi16(0x20)));
+    storeBlock(output, _mm_add_epi16(images, _mm_and_si128(last, _mm_set1_epi16(0x178 - 0xFF))));
+}
+
 // The number of 16-bit words before the first one that is `word`, each as it stands in memory;
 // `count` if none is.
 inline std::ptrdiff_t findWord(const void* words, std::ptrdiff_t count, std::uint16_t word)
@@ -162,6 +214,13 @@ inline bool areSameButForCase(const char* block1, const char* block2)
     return std::memcmp(block1, block2, kBlock) == 0;
 }
 
+inline bool areLatin(const TSChar16*)
+{
+    return false;
+}
+inline void latinToLower(const TSChar16*, TSChar16*) {}
+inline void latinToUpper(const TSChar16*, TSChar16*) {}
+
 inline std::ptrdiff_t findWord(const void* words, std::ptrdiff_t count, std::uint16_t word)
 {
     const auto* const at = static_cast<const char*>(words);
@@ -169,14 +228,6 @@ inline std::ptrdiff_t findWord(const void* words, std::ptrdiff_t count, std::uin
     while (index < count && std::memcmp(at + index * 2, &word, sizeof word) != 0)
         ++index;
     return index;
-}
-
-template <class Unit>
-std::uint64_t wordAt(const Unit* at)
-{
-    std::uint64_t word;
-    std::memcpy(&word, at, sizeof word);
-    return word;
 }
 
 // The units, of `bits` each, that come before the first one with a bit in a word from memory.
@@ -215,5 +266,36 @@ inline void narrowBlock(const TSChar16* block, char* output)
 }
 
 #endif
+
+// Copies `count` units from one form to the other.
+template <int count, class From, class To>
+void copyUnits(const From* from, To* to)
+{
+    From taken[count];
+    To given[count];
+    std::memcpy(taken, from, sizeof taken);
+    for (int i = 0; i < count; ++i)
+        given[i] = static_cast<To>(static_cast<std::make_unsigned_t<From>>(taken[i]));
+    std::memcpy(to, given, sizeof given);
+}
+
+// The same for the plain characters at the start of a block, and nothing behind them: both ends of
+// the run by themselves, which may overlap.
+template <class From, class To>
+void copyRun(const From* from, To* to, int run)
+{
+    constexpr int kHalf = kBlock / 2;
+    constexpr int kQuarter = kBlock / 4;
+    if (run >= kHalf) {
+        copyUnits<kHalf>(from, to);
+        copyUnits<kHalf>(from + run - kHalf, to + run - kHalf);
+    } else if (run >= kQuarter) {
+        copyUnits<kQuarter>(from, to);
+        copyUnits<kQuarter>(from + run - kQuarter, to + run - kQuarter);
+    } else {
+        for (int i = 0; i < run; ++i)
+            copyUnits<1>(from + i, to + i);
+    }
+}
 
 } // namespace vlx

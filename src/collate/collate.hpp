@@ -8,29 +8,53 @@
 
 namespace vlx {
 
-// The route without options: by collation elements.
+// Without streams if that can be, else with them; none without memory.
 template <class Form>
-std::int32_t compareElements(const TSLocale& locale, const Form& form, const Text<Form>& text1,
-                             const Text<Form>& text2, const WorkArea& area)
+[[gnu::noinline]] std::optional<std::int32_t>
+compareFurther(const Form& form, const Sort& sort, const Text<Form>& text1, const Text<Form>& text2,
+               WorkArea& area)
 {
-    const Sort sort = sortOf(locale);
+    CollationCursor<Form> cursor1{text1};
+    CollationCursor<Form> cursor2{text2};
     if (QuickComparison<Form>::isFor(sort)) {
-        const std::optional<std::int32_t> result =
-            QuickComparison<Form>(form, sort, text1, text2).run();
+        QuickComparison<Form> quick(form, sort, text1, text2);
+        const std::optional<std::int32_t> result = quick.run();
         if (result)
-            return *result;
+            return result;
+        cursor1.text = quick.start1();
+        cursor2.text = quick.start2();
     }
+    if (!area.isTaken() && !area.take())
+        return {};
     TSSortStreams streams1(area.first(), static_cast<std::uint64_t>(text1.left()));
     TSSortStreams streams2(area.second(), static_cast<std::uint64_t>(text2.left()));
-    return Collation<Form>(form, sort, {text1}, streams1, {text2}, streams2).run();
+    return Collation<Form>(form, sort, cursor1, streams1, cursor2, streams2).run();
+}
+
+// The route without options: by collation elements. None without memory, where it is needed or
+// where the caller can see that it was asked for.
+template <class Form>
+std::optional<std::int32_t> compareElements(const TSLocale& locale, const Form& form,
+                                            const Text<Form>& text1, const Text<Form>& text2,
+                                            WorkArea& area)
+{
+    if (!area.canWait() && !area.take())
+        return {};
+    const Sort sort = sortOf(locale);
+    const std::int32_t difference = firstLetters(form, sort, text1, text2);
+    if (difference != 0)
+        return difference;
+    return compareFurther(form, sort, text1, text2, area);
 }
 
 // The route with options: by keys. `keyOf1` and `keyOf2` make one in a buffer and give its length,
-// or -1. A key never needs more than the buffer: two values a unit give at most 16 bytes and the
-// separators.
+// or -1; that is 0 here. A key never needs more than the buffer: two values a unit give at most 16
+// bytes and the separators.
 template <class KeyOf1, class KeyOf2>
-std::int32_t compareKeys(const WorkArea& area, const KeyOf1& keyOf1, const KeyOf2& keyOf2)
+std::optional<std::int32_t> compareKeys(WorkArea& area, const KeyOf1& keyOf1, const KeyOf2& keyOf2)
 {
+    if (!area.take())
+        return {};
     const std::int32_t size1 = keyOf1(reinterpret_cast<char*>(area.first()), area.size1());
     if (size1 < 0)
         return 0;

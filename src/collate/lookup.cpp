@@ -1,10 +1,9 @@
-// The sort of a locale.
+// The sort of a locale that has no sort object to read.
 #include "collate/lookup.hpp"
 
 namespace vlx {
 namespace {
 
-// Each value is its own level 1 weight.
 constexpr TSSortData makeCodeOrder()
 {
     TSSortData data{};
@@ -13,17 +12,9 @@ constexpr TSSortData makeCodeOrder()
     return data;
 }
 
-constinit const TSSortData kCodeOrder = makeCodeOrder();
-constinit const TSSortTraits kCodeOrderTraits{kAllForward, 0, true, true, ~std::uint64_t{0}};
-
 } // namespace
 
-Sort sortOf(const TSLocale& locale)
-{
-    const TSObject* const object = locale.sort;
-    if (!object || object->type != TS_OBJ_SORT || !object->sections[0])
-        return {kCodeOrder, kCodeOrderTraits};
-    return {*reinterpret_cast<const TSSortData*>(object->sections[0]), object->sortTraits};
-}
+constinit const TSSortData kCodeOrder = makeCodeOrder();
+constinit const TSSortTraits kCodeOrderTraits{kAllForward, 0, true, true, ~std::uint64_t{0}};
 
 } // namespace vlx

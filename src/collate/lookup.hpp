@@ -40,8 +40,19 @@ struct Sort {
     bool mayBeginPair(TSChar16 value) const { return !(traits.alone >> (value & 63) & 1); }
 };
 
+#pragma GCC visibility push(hidden)
+extern const TSSortData kCodeOrder; // each value is its own level 1 weight
+extern const TSSortTraits kCodeOrderTraits;
+#pragma GCC visibility pop
+
 // The sort of a locale. An object of another type, or one without data, orders by code.
-Sort sortOf(const TSLocale& locale);
+inline Sort sortOf(const TSLocale& locale)
+{
+    const TSObject* const object = locale.sort;
+    if (!object || object->type != TS_OBJ_SORT || !object->sections[0]) [[unlikely]]
+        return {kCodeOrder, kCodeOrderTraits};
+    return {*reinterpret_cast<const TSSortData*>(object->sections[0]), object->sortTraits};
+}
 
 // The record of a list that is searched from the front, or where that gives the same by halving;
 // null if there is none. `compare` tells how a record stands to the one that is sought.

@@ -8,18 +8,51 @@
 // first one, or the last one where the level is backward. Whatever else comes up needs the streams.
 #pragma once
 
+#include <bit>
+#include <cstring>
 #include <optional>
 
 #include "collate/next.hpp"
-#include "strings/compare.hpp"
 
 namespace vlx {
+
+// The bytes that two areas of a size have in common at their beginnings: a word at a time, and the
+// last word where its bytes are of equal worth.
+inline std::size_t sameBytes(const void* area1, const void* area2, std::size_t size)
+{
+    const auto* const first = static_cast<const std::uint8_t*>(area1);
+    const auto* const second = static_cast<const std::uint8_t*>(area2);
+    const auto differs = [&](std::size_t at) {
+        std::uint64_t word1;
+        std::uint64_t word2;
+        std::memcpy(&word1, first + at, sizeof word1);
+        std::memcpy(&word2, second + at, sizeof word2);
+        return word1 ^ word2;
+    };
+    std::size_t same = 0;
+    while (size - same >= 32 &&
+           (differs(same) | differs(same + 8) | differs(same + 16) | differs(same + 24)) == 0)
+        same += 32;
+    for (; size - same >= 8; same += 8)
+        if (const std::uint64_t bits = differs(same)) {
+            if constexpr (std::endian::native == std::endian::little)
+                return same + static_cast<std::size_t>(std::countr_zero(bits)) / 8;
+            break;
+        }
+    while (same < size && first[same] == second[same])
+        ++same;
+    return same;
+}
 
 // The units of whole characters that two texts have in common at their beginnings, or fewer.
 template <class Form>
 std::int32_t sameCharacters(const Form&, const Text<Form>& text1, const Text<Form>& text2)
 {
-    return firstDifference(text1.at, text2.at, std::min(text1.left(), text2.left()));
+    if (text1.at == text1.end || text2.at == text2.end || *text1.at != *text2.at)
+        return 0;
+    constexpr std::size_t kUnit = sizeof(*text1.at);
+    const auto shorter = static_cast<std::size_t>(std::min(text1.left(), text2.left()));
+    return static_cast<std::int32_t>(sameBytes(text1.at, text2.at, shorter * kUnit) / kUnit);
 }
 inline std::int32_t sameCharacters(const MultiForm& form, Text<MultiForm> text1,
                                    Text<MultiForm> text2)
@@ -60,6 +93,120 @@ inline std::int32_t withoutOpenPair(const ShiftForm&, const Sort&, const Text<Sh
     return 0;
 }
 
+// One of the two texts.
+template <class Form>
+class QuickSide {
+  public:
+    // What comes next: nothing, an element with a level 1 weight, or something else.
+    enum class Found : std::uint8_t { kEnd, kLetter, kOther };
+
+    QuickSide(const Form& form, const Sort& sort, const Text<Form>& begin)
+        : text(begin), form_(form), sort_(sort)
+    {
+    }
+
+    bool hasText() const { return text.at != text.end; }
+    bool holdsSecond() const { return holds_; } // of an expansion
+    bool hasMore() const { return hasText() || holds_; }
+
+    [[gnu::always_inline]] Found next()
+    {
+        if (holds_) [[unlikely]] {
+            holds_ = false;
+            element = second_;
+            return asFound();
+        }
+        TSChar16 value;
+        if (!readUnicode(form_, text, value))
+            return Found::kEnd;
+        if (sort_.hasContractions() && readPair(value))
+            return asFound();
+        return lookUp(value);
+    }
+
+    Text<Form> text;
+    TSSortElement element{};
+
+  private:
+    Found asFound() const { return element.weight1 != 0 ? Found::kLetter : Found::kOther; }
+
+    // Reads the second character of a contraction; false if there is none. A character that can be
+    // lost where it is read ahead is left to the streams.
+    [[gnu::noinline]] bool readPair(TSChar16 value)
+    {
+        element.weight1 = 0;
+        if (value == CollationCursor<Form>::kNothing)
+            return true;
+        if (!sort_.mayBeginPair(value))
+            return false;
+        Text<Form> ahead = text;
+        TSChar16 next;
+        SortElements found;
+        if (!readUnicode(form_, ahead, next) || !TSSortLookupPair(sort_, value, next, found))
+            return false;
+        text = ahead;
+        element = found.first;
+        return true;
+    }
+
+    Found lookUp(TSChar16 value)
+    {
+        const TSSortPage& page = sort_.page(value);
+        if (!isTablePage(page)) {
+            if ((page.pageFlags & (kPageWithoutWeights | kPageLevel1)) != kPageLevel1)
+                return Found::kOther;
+            element = {static_cast<std::uint16_t>(page.pageBase + (value & 0xFF)), 0, 0, 0};
+            return asFound();
+        }
+        const TSSortChar& record = sort_.record(page, value);
+        if (record.sortBits & (kSortExpansion | kSortSpecial)) [[unlikely]]
+            return record.sortBits & kSortExpansion ? expand(value) : Found::kOther;
+        element = {record.weight1, record.weight2, record.weight3, 0};
+        return asFound();
+    }
+
+    [[gnu::noinline]] Found expand(TSChar16 value)
+    {
+        SortElements found;
+        if (lookUpExpansion(sort_, value, found) == 0)
+            return Found::kOther;
+        element = found.first;
+        second_ = found.second;
+        holds_ = true;
+        return asFound();
+    }
+
+    const Form& form_;
+    const Sort& sort_;
+    TSSortElement second_{};
+    bool holds_ = false;
+};
+
+// The difference of the first letters of two texts, by which most comparisons end; 0 if there is
+// none, or if it takes more than two records to tell.
+template <class Form>
+std::int32_t firstLetters(const Form& form, const Sort& sort, Text<Form> text1, Text<Form> text2)
+{
+    TSChar16 value1;
+    TSChar16 value2;
+    if (!readUnicode(form, text1, value1) || !readUnicode(form, text2, value2))
+        return 0;
+    if (sort.hasContractions() && (sort.mayBeginPair(value1) || sort.mayBeginPair(value2)))
+        return 0;
+    const TSSortPage& page1 = sort.page(value1);
+    const TSSortPage& page2 = sort.page(value2);
+    if (!isTablePage(page1) || !isTablePage(page2))
+        return 0;
+    const TSSortChar& record1 = sort.record(page1, value1);
+    const TSSortChar& record2 = sort.record(page2, value2);
+    constexpr unsigned kLooked = kSortExpansion | kSortSpecial | forwardBit(1) << kDirectionShift;
+    constexpr unsigned kLetter = forwardBit(1) << kDirectionShift;
+    if ((record1.sortBits & kLooked) != kLetter || (record2.sortBits & kLooked) != kLetter ||
+        record1.weight1 == 0 || record2.weight1 == 0)
+        return 0;
+    return record1.weight1 - record2.weight1;
+}
+
 template <class Form>
 class QuickComparison {
   public:
@@ -75,7 +222,8 @@ class QuickComparison {
 
     QuickComparison(const Form& form, const Sort& sort, const Text<Form>& text1,
                     const Text<Form>& text2)
-        : form_(form), sort_(sort), text1_(text1), text2_(text2)
+        : form_(form), sort_(sort), side1_(form, sort, text1), side2_(form, sort, text2),
+          start1_(text1), start2_(text2)
     {
     }
 
@@ -83,16 +231,20 @@ class QuickComparison {
     std::optional<std::int32_t> run()
     {
         for (;;) {
-            skipSame();
-            TSSortElement element1;
-            TSSortElement element2;
-            const Found found1 = read(text1_, element1);
-            const Found found2 = read(text2_, element2);
+            if (!side1_.holdsSecond() && !side2_.holdsSecond()) {
+                skipSame();
+                keepStart();
+            }
+            if (!side1_.hasMore() || !side2_.hasMore())
+                return atEnd();
+            const Found found1 = side1_.next();
+            const Found found2 = side2_.next();
             if (found1 == Found::kOther || found2 == Found::kOther)
                 return {};
-            if (found1 == Found::kEnd || found2 == Found::kEnd)
-                return found1 == found2 ? difference2_ != 0 ? difference2_ : difference3_
-                                        : (found1 == Found::kEnd ? -1 : 1);
+            if (found1 == Found::kEnd || found2 == Found::kEnd) // of characters that are cut off
+                return found1 == found2 ? lastLevels() : found1 == Found::kEnd ? -1 : 1;
+            const TSSortElement& element1 = side1_.element;
+            const TSSortElement& element2 = side2_.element;
             if (element1.weight1 != element2.weight1)
                 return element1.weight1 - element2.weight1;
             if (!note(2, difference2_, element1.weight2, element2.weight2) ||
@@ -101,9 +253,30 @@ class QuickComparison {
         }
     }
 
+    // Where the streams can begin: the texts before are the same on all levels.
+    const Text<Form>& start1() const { return start1_; }
+    const Text<Form>& start2() const { return start2_; }
+
   private:
-    // At the place of a text: nothing, an element with a level 1 weight, or something else.
-    enum class Found : std::uint8_t { kEnd, kLetter, kOther };
+    using Found = typename QuickSide<Form>::Found;
+
+    // One text, or both, have no more. Deliberate: where both are at their ends, a second element
+    // that one of them holds is lost.
+    std::optional<std::int32_t> atEnd()
+    {
+        for (QuickSide<Form>* side : {&side1_, &side2_}) {
+            if (!side->hasText())
+                continue;
+            const Found found = side->next();
+            if (found == Found::kOther)
+                return {};
+            if (found == Found::kLetter)
+                return side == &side1_ ? 1 : -1;
+        }
+        return lastLevels();
+    }
+
+    std::int32_t lastLevels() const { return difference2_ != 0 ? difference2_ : difference3_; }
 
     // Keeps the difference of a level that counts; false where one text alone has a weight.
     bool note(int level, std::int32_t& difference, std::uint8_t weight1, std::uint8_t weight2) const
@@ -114,60 +287,36 @@ class QuickComparison {
         return (weight1 == 0) == (weight2 == 0);
     }
 
-    Found read(Text<Form>& text, TSSortElement& element) const
-    {
-        TSChar16 value;
-        if (!readUnicode(form_, text, value))
-            return Found::kEnd;
-        if (sort_.hasContractions()) {
-            if (value == CollationCursor<Form>::kNothing) // can be lost where it is read ahead
-                return Found::kOther;
-            if (sort_.mayBeginPair(value)) {
-                Text<Form> ahead = text;
-                TSChar16 next;
-                SortElements found;
-                if (readUnicode(form_, ahead, next) &&
-                    TSSortLookupPair(sort_, value, next, found)) {
-                    text = ahead;
-                    element = found.first;
-                    return element.weight1 != 0 ? Found::kLetter : Found::kOther;
-                }
-            }
-        }
-        return lookUp(value, element);
-    }
-
-    Found lookUp(TSChar16 value, TSSortElement& element) const
-    {
-        const TSSortPage& page = sort_.page(value);
-        if (isTablePage(page)) {
-            const TSSortChar& record = sort_.record(page, value);
-            if (record.sortBits & (kSortExpansion | kSortSpecial))
-                return Found::kOther;
-            element = {record.weight1, record.weight2, record.weight3, 0};
-        } else if ((page.pageFlags & (kPageWithoutWeights | kPageLevel1)) == kPageLevel1) {
-            element = {static_cast<std::uint16_t>(page.pageBase + (value & 0xFF)), 0, 0, 0};
-        } else {
-            return Found::kOther;
-        }
-        return element.weight1 != 0 ? Found::kLetter : Found::kOther;
-    }
-
     // Moves over characters that are the same in both texts. Their elements are the same, whatever
     // they are, as long as no contraction reaches over the end of the run.
     void skipSame()
     {
-        std::int32_t units = sameCharacters(form_, text1_, text2_);
+        std::int32_t units = sameCharacters(form_, side1_.text, side2_.text);
+        if (units == 0)
+            return;
         if (sort_.hasContractions())
-            units = withoutOpenPair(form_, sort_, text1_, units);
-        text1_.at += units;
-        text2_.at += units;
+            units = withoutOpenPair(form_, sort_, side1_.text, units);
+        side1_.text.at += units;
+        side2_.text.at += units;
+    }
+
+    // What is backward on a level comes behind what follows it, positions count from the beginning,
+    // and a character that was read ahead can be lost: then the streams begin there, too.
+    void keepStart()
+    {
+        if ((difference2_ | difference3_) != 0 || !sort_.traits.isWithout4 ||
+            sort_.traits.forwardLevels != kAllForward || sort_.hasContractions())
+            return;
+        start1_ = side1_.text;
+        start2_ = side2_.text;
     }
 
     const Form& form_;
     const Sort& sort_;
-    Text<Form> text1_;
-    Text<Form> text2_;
+    QuickSide<Form> side1_;
+    QuickSide<Form> side2_;
+    Text<Form> start1_;
+    Text<Form> start2_;
     std::int32_t difference2_ = 0;
     std::int32_t difference3_ = 0;
 };

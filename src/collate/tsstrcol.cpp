@@ -26,20 +26,23 @@ int32_t TSStrcoll(TSLocale* handle, const char* string1, int32_t length1, const 
         });
         options &= ~TS_OPT_STRIP_BLANKS;
     }
-    const vlx::WorkArea area(first.length, second.length);
-    if (!area)
-        TS_FAIL(locale->lastError, TS_ERR_MEMORY, 0, "Out of memory");
+    vlx::WorkArea area(first.length, second.length);
+    std::optional<int32_t> result;
     if (options == 0)
-        TS_RETURN(vlx::withPlainForm(*locale, [&](const auto& form) {
+        result = vlx::withPlainForm(*locale, [&](const auto& form) {
             return vlx::compareElements(*locale, form, vlx::textOf(form, string1, first.length),
                                         vlx::textOf(form, string2, second.length), area);
-        }));
-    TS_RETURN(vlx::compareKeys(
-        area,
-        [&](char* key, int32_t size) {
-            return TSStrxfrm(locale, key, size, string1, first.length, options);
-        },
-        [&](char* key, int32_t size) {
-            return TSStrxfrm(locale, key, size, string2, second.length, options);
-        }));
+        });
+    else
+        result = vlx::compareKeys(
+            area,
+            [&](char* key, int32_t size) {
+                return TSStrxfrm(locale, key, size, string1, first.length, options);
+            },
+            [&](char* key, int32_t size) {
+                return TSStrxfrm(locale, key, size, string2, second.length, options);
+            });
+    if (!result)
+        TS_FAIL(locale->lastError, TS_ERR_MEMORY, 0, "Out of memory");
+    TS_RETURN(*result);
 }

@@ -40,20 +40,23 @@ int32_t TSStrcollU(TSLocale* handle, const TSChar16* string1, int32_t length1,
         length1 = vlx::withoutBlanks(string1, length1, blank, wide);
         length2 = vlx::withoutBlanks(string2, length2, blank, wide);
     }
-    const vlx::WorkArea area(length1, length2);
-    if (!area)
-        TS_FAIL(locale->lastError, TS_ERR_MEMORY, 0, "Out of memory");
+    vlx::WorkArea area(length1, length2);
+    std::optional<int32_t> result;
     if (options == 0) {
         const vlx::UnicodeForm form{locale->codePage};
-        TS_RETURN(vlx::compareElements(*locale, form, vlx::textOf(form, string1, length1),
-                                       vlx::textOf(form, string2, length2), area));
+        result = vlx::compareElements(*locale, form, vlx::textOf(form, string1, length1),
+                                      vlx::textOf(form, string2, length2), area);
+    } else {
+        result = vlx::compareKeys(
+            area,
+            [&](char* key, int32_t size) {
+                return TSStrxfrmU(locale, key, size, string1, length1, options);
+            },
+            [&](char* key, int32_t size) {
+                return TSStrxfrmU(locale, key, size, string2, length2, options);
+            });
     }
-    TS_RETURN(vlx::compareKeys(
-        area,
-        [&](char* key, int32_t size) {
-            return TSStrxfrmU(locale, key, size, string1, length1, options);
-        },
-        [&](char* key, int32_t size) {
-            return TSStrxfrmU(locale, key, size, string2, length2, options);
-        }));
+    if (!result)
+        TS_FAIL(locale->lastError, TS_ERR_MEMORY, 0, "Out of memory");
+    TS_RETURN(*result);
 }

@@ -26,21 +26,24 @@ int32_t TSStrcollEx(TSLocale* handle, const char* string1, int32_t state1, int32
             return TSTruncateStringEx(locale, copy, state, size,
                                       TS_TRUNC_STRIP_BLANKS | TS_OPT_IGNORE_WIDTH);
         });
-    const vlx::WorkArea area(first.length, second.length);
-    if (!area)
-        TS_FAIL(locale->lastError, TS_ERR_MEMORY, 0, "Out of memory");
+    vlx::WorkArea area(first.length, second.length);
+    std::optional<int32_t> result;
     if (options == 0) {
         const vlx::ShiftForm form{locale->codePage};
-        TS_RETURN(vlx::compareElements(*locale, form,
-                                       vlx::textOf(form, string1, first.length, state1),
-                                       vlx::textOf(form, string2, second.length, state2), area));
+        result =
+            vlx::compareElements(*locale, form, vlx::textOf(form, string1, first.length, state1),
+                                 vlx::textOf(form, string2, second.length, state2), area);
+    } else {
+        result = vlx::compareKeys(
+            area,
+            [&](char* key, int32_t size) {
+                return TSStrxfrmEx(locale, key, size, string1, state1, first.length, options);
+            },
+            [&](char* key, int32_t size) {
+                return TSStrxfrmEx(locale, key, size, string2, state2, second.length, options);
+            });
     }
-    TS_RETURN(vlx::compareKeys(
-        area,
-        [&](char* key, int32_t size) {
-            return TSStrxfrmEx(locale, key, size, string1, state1, first.length, options);
-        },
-        [&](char* key, int32_t size) {
-            return TSStrxfrmEx(locale, key, size, string2, state2, second.length, options);
-        }));
+    if (!result)
+        TS_FAIL(locale->lastError, TS_ERR_MEMORY, 0, "Out of memory");
+    TS_RETURN(*result);
 }

@@ -5,6 +5,7 @@
 
 #include "collate/streams.hpp"
 #include "frame/scratch.hpp"
+#include "host/host.hpp"
 
 namespace vlx {
 
@@ -14,17 +15,28 @@ class WorkArea {
 
     // Strings of so many units. Small ones take no memory of the allocator, if that is allowed.
     WorkArea(std::int32_t units1, std::int32_t units2, bool mayUseStack = true)
-        : size1_(bytesFor(units1)), size2_(bytesFor(units2))
+        : size1_(bytesFor(units1)), size2_(bytesFor(units2)),
+          usesStack_(size1_ + size2_ <= kOnStack && mayUseStack)
     {
-        const std::uint64_t total = size1_ + size2_;
-        if (total <= kOnStack && mayUseStack)
-            first_ = stack_;
-        else if (total <= INT32_MAX)
-            first_ = block_.emplace(total).as<std::uint8_t>();
     }
 
-    // False if there was no memory.
-    explicit operator bool() const { return first_ != nullptr; }
+    // Whether nobody can tell if memory was taken that is not needed in the end. Slots of the
+    // caller's own see each call, and each failure of theirs has to be told.
+    bool canWait() const
+    {
+        return usesStack_ || (canBeTold() && tsSlots.allocate == host::allocate);
+    }
+
+    // Takes the memory; false if there is none.
+    bool take()
+    {
+        if (usesStack_)
+            first_ = stack_;
+        else if (canBeTold())
+            first_ = block_.emplace(size1_ + size2_).as<std::uint8_t>();
+        return first_ != nullptr;
+    }
+    bool isTaken() const { return first_ != nullptr; }
 
     std::uint8_t* first() const { return first_; }
     std::uint8_t* second() const { return first_ + size1_; }
@@ -37,8 +49,11 @@ class WorkArea {
         return TSSortStreams::bytesFor(static_cast<std::uint64_t>(units));
     }
 
+    bool canBeTold() const { return size1_ + size2_ <= INT32_MAX; }
+
     const std::uint64_t size1_;
     const std::uint64_t size2_;
+    const bool usesStack_;
     alignas(8) std::uint8_t stack_[kOnStack];
     std::optional<Scratch> block_;
     std::uint8_t* first_ = nullptr;

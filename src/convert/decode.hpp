@@ -54,46 +54,51 @@ std::int32_t decodeChars(const TSCodePageHeader& page, PlainSet plain, const cha
         if (end - from - run >= (kBlock - run) * kLongestChar)
             widenBlock(from, to);
         else
-            std::transform(from, from + run, to,
-                           [](char byte) { return TSChar16{static_cast<std::uint8_t>(byte)}; });
+            copyRun(from, to, run);
         from += run;
         to += run;
     };
     // Characters of one length follow each other: a loop of their own, in which no place waits for
-    // the length of the character before. False at a character that the end cuts off.
+    // the length of the character before.
     const auto readAll = [&](auto length, const auto& read) {
         std::ptrdiff_t most = std::min((end - from) / length, full - to);
-        if (most == 0)
-            return false;
         do {
             *to++ = read(from, length);
             from += length;
         } while (--most > 0 && page.charLength[static_cast<std::uint8_t>(*from)] == length);
-        return true;
     };
     const auto readSingle = [&page](const char* byte, auto) -> TSChar16 {
         return page.toUnicode[static_cast<std::uint8_t>(*byte)];
     };
-    bool isWhole = true;
-    while (isWhole && to != full && from != end) {
-        if (plain.has(*from) && end - from >= kBlock && full - to >= kBlock) {
+    while (to != full && end - from >= kBlock) {
+        if (plain.has(*from) && full - to >= kBlock) {
             readPlain();
             continue;
         }
         switch (page.charLength[static_cast<std::uint8_t>(*from)]) {
         case 1:
-            isWhole = readAll(Length<1>{}, readSingle);
+            readAll(Length<1>{}, readSingle);
             break;
         case 2:
-            isWhole = readAll(Length<2>{}, unicodeOf);
+            readAll(Length<2>{}, unicodeOf);
             break;
         case 3:
-            isWhole = readAll(Length<3>{}, unicodeOf);
+            readAll(Length<3>{}, unicodeOf);
             break;
         default:
-            isWhole = readAll(Length<4>{}, unicodeOf);
+            readAll(Length<4>{}, unicodeOf);
             break;
         }
+    }
+    // The last ones one by one, up to a character that the end cuts off.
+    while (to != full && from != end) {
+        const std::int32_t length = page.charLength[static_cast<std::uint8_t>(*from)];
+        if (length > end - from)
+            break;
+        *to++ = length == 1   ? readSingle(from, Length<1>{})
+                : length == 2 ? unicodeOf(from, Length<2>{})
+                              : unicodeOf(from, Length<3>{}); // and four, which are read alike
+        from += length;
     }
     at = from;
     return static_cast<std::int32_t>(to - values);

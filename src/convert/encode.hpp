@@ -60,13 +60,13 @@ std::int32_t encodeChars(PlainSet plain, const TSChar16* values, std::int32_t co
     const TSChar16* const behind = values + count;
     char* to = at;
     while (behind - from > 1 && end - to >= kRoom) {
-        if (plain.has(*from) && behind - from >= kBlock) {
+        const bool hasBlock = behind - from >= kBlock;
+        if (hasBlock && plain.has(*from)) {
             const int run = plainAtStart(from, plain);
             if (run == kBlock || end - to >= kBlock + kRoom)
                 narrowBlock(from, to);
             else
-                std::transform(from, from + run, to,
-                               [](TSChar16 unit) { return static_cast<char>(unit); });
+                copyRun(from, to, run);
             from += run;
             to += run;
             continue;
@@ -74,7 +74,7 @@ std::int32_t encodeChars(PlainSet plain, const TSChar16* values, std::int32_t co
         std::ptrdiff_t most = std::min(behind - from, (end - to) / kMostBytes) - 1;
         do
             to += put(*from++, to);
-        while (--most > 0 && !plain.has(*from));
+        while (--most > 0 && !(hasBlock && plain.has(*from)));
     }
     if (behind - from == 1 && end - to >= kMostBytes) {
         char bytes[kMostBytes];

@@ -30,6 +30,9 @@ inline void putUnit(Byte* at, TSChar16 value)
 
 inline constexpr TSChar16 kUnicodeBlank = 0x0020;
 
+// From this length on a text is worth the look at the tables that tells what loops may rely on.
+inline constexpr std::ptrdiff_t kBulkText = 64;
+
 struct RawUnits { // 16-bit Unicode
     const Byte* at;
     const Byte* end;
@@ -85,9 +88,10 @@ struct MultiBytes { // a page whose first bytes tell the length
 
     std::int32_t bulk(TSChar16* values, std::int32_t room)
     {
+        const unsigned traits = end - at < kBulkText ? 0 : pageTraitsOf(object);
         const char* from = reinterpret_cast<const char*>(at);
         const std::int32_t done =
-            decodeMulti(object, from, reinterpret_cast<const char*>(end), values, room);
+            decodeMulti(object, traits, from, reinterpret_cast<const char*>(end), values, room);
         at = reinterpret_cast<const Byte*>(from);
         return done;
     }

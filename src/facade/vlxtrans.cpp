@@ -233,10 +233,13 @@ class Translation {
     // Reads single bytes into 16-bit values, if that goes at once; gives their number.
     std::int64_t widenAtOnce(std::int64_t count)
     {
-        if (reinterpret_cast<std::uintptr_t>(to_.output) % sizeof(TSChar16) != 0)
+        if (reinterpret_cast<std::uintptr_t>(to_.output) % sizeof(TSChar16) != 0 ||
+            count < vlx::kBulkText)
             return 0;
+        // Here a byte is a character whatever the page tells of its length.
+        const unsigned traits = vlx::pageTraitsOf(source_.object) | vlx::kAllSingle;
         const char* from = reinterpret_cast<const char*>(input_);
-        return vlx::decodeSingle(source_.object, from, from + count,
+        return vlx::decodeSingle(source_.object, traits, from, from + count,
                                  reinterpret_cast<TSChar16*>(to_.output),
                                  static_cast<std::int32_t>(count));
     }

@@ -122,10 +122,10 @@ class PlainOutput {
                         const Ends& ends)
     {
         count = std::min(count, size_ - written_);
+        char* const to = output_ + written_;
         std::int32_t done = 0;
         for (; done < count && !ends(bytes[done]); ++done)
-            output_[written_ + done] =
-                static_cast<char>(table[static_cast<std::uint8_t>(bytes[done])]);
+            to[done] = static_cast<char>(table[static_cast<std::uint8_t>(bytes[done])]);
         written_ += done;
         return done;
     }

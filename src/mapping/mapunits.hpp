@@ -29,25 +29,24 @@ std::int32_t mapUnits(MapTarget<Unit> target, MapSource<Unit> source, const Imag
     return count;
 }
 
-// Maps the case of 16-bit values, of which most are below U+00FF: whole blocks of them by rule.
-template <class LatinImage, class ImageOf>
-std::int32_t mapCaseUnits(MapTarget<TSChar16> target, MapSource<TSChar16> source,
-                          const LatinImage& latinImage, const ImageOf& imageOf)
+// Maps the case of 16-bit values, of which most are of Latin-1.
+inline std::int32_t mapCaseUnits(MapTarget<TSChar16> target, MapSource<TSChar16> source, bool upper)
 {
+    constexpr std::int32_t kHalf = kBlock / 2;
     const std::int32_t count = std::max(std::min(target.size, source.length), 0);
     std::int32_t done = 0;
-    for (; count - done >= kBlock; done += kBlock) {
-        const TSChar16* const block = source.units + done;
-        TSChar16* const images = target.units + done;
-        unsigned all = 0; // has a bit above the low byte if a value is U+00FF or more
-        for (int i = 0; i < kBlock; ++i)
-            all |= block[i] | (block[i] + 1u);
-        if (all <= 0xFF)
-            std::transform(block, block + kBlock, images, latinImage);
+    while (done < count) {
+        const TSChar16* const from = source.units + done;
+        TSChar16* const to = target.units + done;
+        const std::int32_t size = std::min(count - done, kHalf);
+        if (size < kHalf || !areLatin(from))
+            std::transform(from, from + size, to, upper ? uniToUpper : uniToLower);
+        else if (upper)
+            latinToUpper(from, to);
         else
-            std::transform(block, block + kBlock, images, imageOf);
+            latinToLower(from, to);
+        done += size;
     }
-    std::transform(source.units + done, source.units + count, target.units + done, imageOf);
     return count;
 }
 

@@ -15,13 +15,11 @@ TSChar16 digitOf(TSChar16 value)
     return digit != 0 && (vlx::uniTypeWord(value) & vlx::kDigitType) ? digit : value;
 }
 
-template <class LatinImage, class ImageOf>
 int32_t mapCase(const TSLocale& locale, const Mapping& mapping, vlx::MapTarget<TSChar16> target,
-                vlx::MapSource<TSChar16> source, const LatinImage& latinImage,
-                const ImageOf& imageOf)
+                vlx::MapSource<TSChar16> source)
 {
     const auto mapRun = [&](const auto& to, const auto& from) {
-        return mapCaseUnits(to, from, latinImage, imageOf);
+        return mapCaseUnits(to, from, mapping.isUpper());
     };
     if (!mapping.usesPairs(locale))
         return mapRun(target, source);
@@ -40,15 +38,8 @@ int32_t mapText(const TSLocale& locale, const Mapping& mapping, vlx::MapTarget<T
     case TS_MAP_DIGITS:
         return mapUnits(target, source, digitOf);
     default:
-        break;
+        return mapCase(locale, mapping, target, source);
     }
-    if (mapping.isUpper())
-        return mapCase(
-            locale, mapping, target, source, [](TSChar16 unit) { return vlx::latinToUpper(unit); },
-            [](TSChar16 unit) { return vlx::uniToUpper(unit); });
-    return mapCase(
-        locale, mapping, target, source, [](TSChar16 unit) { return vlx::latinToLower(unit); },
-        [](TSChar16 unit) { return vlx::uniToLower(unit); });
 }
 
 } // namespace

@@ -99,8 +99,11 @@ TSChar32 TSCpUnmapValue(const TSObject* object, TSChar32 value)
 vlx::PairStarts::PairStarts(const TSObject* language, PairTable table)
 {
     const LanguagePairs pairs(language, table);
-    for (unsigned i = 0; i < pairs.count; ++i)
-        starts_[pairs.entries[i].first & 0xFF] = true;
+    for (unsigned i = 0; i < pairs.count; ++i) {
+        const unsigned first = pairs.entries[i].first;
+        starts_[first / kBits % kWords] |= std::uint64_t{1} << first % kBits;
+        leaveAscii_ = leaveAscii_ && first >= 0x80 && pairs.entries[i].second == 0;
+    }
 }
 
 std::int32_t TSLangMapPair(const TSObject* language, TSChar16 first, TSChar16 second,

@@ -50,21 +50,6 @@ inline TSChar16 uniDigit(TSChar16 value)
     return uniEntry(uniDigitPages, uniDigitBlocks, value);
 }
 
-// The same for the values below U+00FF, where the rule is quicker than the table.
-inline constexpr TSChar16 kLatinEnd = 0xFF;
-inline TSChar16 latinToLower(TSChar16 value)
-{
-    const bool isUpper =
-        (value >= 0x41 && value <= 0x5A) || (value >= 0xC0 && value <= 0xDE && value != 0xD7);
-    return static_cast<TSChar16>(value + (isUpper ? 0x20 : 0));
-}
-inline TSChar16 latinToUpper(TSChar16 value)
-{
-    const bool isLower =
-        (value >= 0x61 && value <= 0x7A) || (value >= 0xE0 && value <= 0xFE && value != 0xF7);
-    return static_cast<TSChar16>(value - (isLower ? 0x20 : 0));
-}
-
 // The two pair tables of a language.
 enum class PairTable : std::uint8_t { kLower, kUpper };
 
@@ -73,10 +58,17 @@ class PairStarts {
   public:
     PairStarts(const TSObject* language, PairTable table);
 
-    bool has(TSChar16 value) const { return starts_[value & 0xFF]; }
+    bool has(TSChar16 value) const { return starts_[value / kBits % kWords] >> value % kBits & 1; }
+
+    // Whether ASCII characters and two characters in a row are never replaced.
+    bool leaveAscii() const { return leaveAscii_; }
 
   private:
-    bool starts_[0x100] = {};
+    static constexpr int kWords = 4;
+    static constexpr int kBits = 64;
+
+    std::uint64_t starts_[kWords] = {};
+    bool leaveAscii_ = true;
 };
 
 } // namespace vlx

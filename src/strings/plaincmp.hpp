@@ -101,4 +101,21 @@ inline std::int32_t compareSingleCase(const TSLocale& locale, const CompareText&
     return 0;
 }
 
+// The bytes at the start of two texts whose upper-case images are surely the same, though pairs may
+// lengthen them: whole blocks that differ in the case of ASCII letters alone, where pairs leave
+// those and replace single characters. Something is left of each text.
+inline std::int32_t sameImageHead(const TSLocale& locale, const CompareText& text1,
+                                  const CompareText& text2)
+{
+    constexpr unsigned kNeeded = kAllSingle | kAsciiBytes | kAsciiCase;
+    if ((locale.pageTraits & kNeeded) != kNeeded ||
+        !PairStarts(locale.language, PairTable::kUpper).leaveAscii())
+        return 0;
+    const std::int32_t common = std::min(text1.length, text2.length);
+    std::int32_t at = 0;
+    while (common - at > kBlock && areSameButForCase(text1.string + at, text2.string + at))
+        at += kBlock;
+    return at;
+}
+
 } // namespace vlx

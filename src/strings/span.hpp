@@ -6,7 +6,9 @@
 #include <cstdint>
 #include <cstring>
 
+#include "chars/byteset.hpp"
 #include "chars/form.hpp"
+#include "chars/runs.hpp"
 #include "frame/globals.hpp"
 #include "locale/locale.hpp"
 #include "strings/length.hpp"
@@ -98,14 +100,30 @@ class SpanTable {
     void stopAt(std::uint8_t unit) { goesOn_[unit] = false; }
     bool goesOn(std::uint8_t unit) const { return goesOn_[unit]; }
 
-    // Whether a span goes on over eight units.
-    template <class Unit>
-    bool goesOnOver(const Unit* units) const
+    // Whether a span goes on over eight bytes, and over eight 16-bit units below 256.
+    bool goesOnOver(const std::uint8_t* bytes) const
     {
+        const std::uint64_t word = wordAt(bytes);
         bool all = true;
-        for (int i = 0; i < kUnits; ++i)
-            all &= goesOn_[static_cast<std::uint8_t>(units[i])];
+        for (int shift = 0; shift < 64; shift += 8)
+            all &= goesOn_[word >> shift & 0xFF];
         return all;
+    }
+    bool goesOnOver(const TSChar16* units) const
+    {
+        const std::uint64_t words[] = {wordAt(units), wordAt(units + 4)};
+        bool all = ((words[0] | words[1]) & 0xFF00FF00FF00FF00) == 0;
+        for (const std::uint64_t word : words)
+            for (int shift = 0; shift < 64; shift += 16)
+                all &= goesOn_[word >> shift & 0xFF];
+        return all;
+    }
+
+    // How far a span surely goes on, in blocks.
+    template <class Unit>
+    std::int32_t blocksOver(const Unit* units, std::int32_t length) const
+    {
+        return length >= ByteSet::kWorthIt ? ByteSet(goesOn_).blocksIn(units, length) : 0;
     }
 
     static constexpr int kUnits = 8;
@@ -131,6 +149,7 @@ inline std::int32_t spanOf(const SingleForm&, const SpanText<SingleForm>& string
         while (table.goesOn(bytes[at]))
             ++at;
     } else {
+        at = table.blocksOver(bytes, string.length);
         while (string.length - at >= SpanTable::kUnits && table.goesOnOver(bytes + at))
             at += SpanTable::kUnits;
         while (at < string.length && table.goesOn(bytes[at]))
@@ -156,15 +175,9 @@ inline std::int32_t spanOf(const UnicodeForm& form, const SpanText<UnicodeForm>&
             return table.goesOn(static_cast<std::uint8_t>(units[at]));
         return characters.has({units + at, units + length}) == inSet;
     };
-    const auto areLatin = [units](std::int32_t at) {
-        unsigned all = 0;
-        for (int i = 0; i < SpanTable::kUnits; ++i)
-            all |= units[at + i];
-        return all <= 0xFF;
-    };
-    std::int32_t at = 0;
+    std::int32_t at = table.blocksOver(units, length);
     while (at < length) {
-        if (length - at >= SpanTable::kUnits && areLatin(at) && table.goesOnOver(units + at))
+        if (length - at >= SpanTable::kUnits && table.goesOnOver(units + at))
             at += SpanTable::kUnits;
         else if (goesOn(at))
             ++at;

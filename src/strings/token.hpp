@@ -32,7 +32,7 @@ typename Form::Unit* nextToken(const Form& form, typename Form::Unit* string, st
         return token;
     Unit* const delimiter = token + span;
     const std::int32_t size = CharacterSet<Form>::lengthAt(form, {delimiter, token + left, 0});
-    std::fill(delimiter, delimiter + size, Unit{0});
+    std::fill_n(delimiter, size, Unit{0});
     length = left - span - size;
     if (length > 0)
         next = delimiter + size;

@@ -94,6 +94,18 @@ TEST_P(Messages, ANullOutputIsRefused)
     EXPECT_EQ(TSGetError(locale_.get()), TS_ERR_ARGUMENT);
 }
 
+TEST_P(Messages, ANullCatalogHasNoMessage)
+{
+    char output[] = "##";
+    EXPECT_EQ(TSGetMessage(nullptr, 1, 1, output, 2, "x"), 72);
+    EXPECT_STREQ(output, "");
+    EXPECT_EQ(TSGetMessage(nullptr, 1, 1, nullptr, 2, nullptr), 72);
+    TSChar16 unit = 5;
+    EXPECT_EQ(TSGetMessageU(nullptr, 1, 1, &unit, 1, nullptr), 72);
+    EXPECT_EQ(unit, 0);
+    EXPECT_EQ(TSGetMessageW(nullptr, 1, 1, nullptr, 1, nullptr), 72);
+}
+
 TEST_P(Messages, ADefaultTextThatIsCutHasNoTerminator)
 {
     const Catalog catalog = open(smallCatalog(), GetParam());

@@ -96,7 +96,7 @@ void SortWorld::choosePage(Random& random, SortBuilder& sort, unsigned high)
     const auto base = static_cast<std::uint16_t>(oneIn(random, 4) ? 0xFFA0 : random());
     const bool isTable = !oneIn(random, 4);
     if (!isTable) {
-        const unsigned flags = random() % 7 + 1;
+        const std::uint64_t flags = random() % 7 + 1;
         sort.page(byte, static_cast<std::uint8_t>(hasSpecials_ || flags != 4 ? flags : 2), base,
                   directions(random));
         return;

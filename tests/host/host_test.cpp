@@ -107,6 +107,26 @@ TEST_F(HostTest, SeeksFromEachOrigin)
     EXPECT_TRUE(host::close(file));
 }
 
+TEST_F(HostTest, TellsTheSizeOfAFileWhereverItsPositionIs)
+{
+    const File file = opened(workshop_.make("data", pattern(100)));
+    std::uint64_t size = 0;
+    EXPECT_TRUE(host::size(file, size));
+    EXPECT_EQ(size, 100u);
+    EXPECT_TRUE(host::seek(file, 40, Origin::kBegin));
+    EXPECT_TRUE(host::size(file, size));
+    EXPECT_EQ(size, 100u);
+    std::uint8_t byte = 0;
+    std::uint32_t done = 0;
+    EXPECT_TRUE(host::read(file, &byte, 1, done)); // the position has not moved
+    EXPECT_EQ(byte, pattern(100)[40]);
+    EXPECT_TRUE(host::close(file));
+    const File empty = opened(workshop_.make("empty", {}));
+    EXPECT_TRUE(host::size(empty, size));
+    EXPECT_EQ(size, 0u);
+    EXPECT_TRUE(host::close(empty));
+}
+
 TEST_F(HostTest, AWriteOpenMakesOrEmptiesAFileAndRefusesReads)
 {
     const std::string old = workshop_.make("old", pattern(10));

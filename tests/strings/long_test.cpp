@@ -1,5 +1,8 @@
 // Long texts against the oracle: counting, finding, spans and copies, which walk in runs and look
 // at many characters at a time.
+#include <algorithm>
+#include <array>
+
 #include "chars/long_texts.hpp"
 #include "strings/guarded_area.hpp"
 #include "support/oracle_strings.hpp"
@@ -130,6 +133,50 @@ TEST_F(LongStrings, HaveTheSpansOfTheOracle)
         }
     }
     EXPECT_GT(calls_, kTexts);
+}
+
+// Spans that end where the text does or at one character, by a set of all others.
+TEST_F(LongStrings, HaveLongSpans)
+{
+    constexpr std::int32_t kMost = 1500;
+    for (int i = 0; i < 300 && !HasFailure(); ++i) {
+        LongPage& on = longPages()[random_() % 2]; // of single bytes
+        TSLocale locale = localeOn(on.page.object());
+        const oracle::Bytes text = longText(random_, on, 0, pick(random_, 0, kMost));
+        oracle::Bytes set = text;
+        std::sort(set.begin(), set.end());
+        set.erase(std::unique(set.begin(), set.end()), set.end());
+        if (!set.empty() && random_() % 2 == 0)
+            set.erase(set.begin() + pick(random_, 0, static_cast<std::int32_t>(set.size()) - 1));
+        const std::vector<TSChar16> units(text.begin(), text.end());
+        std::vector<TSChar16> unitSet(set.begin(), set.end());
+        if (random_() % 4 == 0)
+            unitSet.push_back(0x2014);
+        oracle::Bytes others; // for the span of what is not in a set
+        for (int byte = 0; byte < 0x100; ++byte)
+            if (std::find(set.begin(), set.end(), byte) == set.end())
+                others.push_back(static_cast<unsigned char>(byte));
+        const auto length = static_cast<std::int32_t>(text.size());
+        std::int32_t wanted = 0;
+        while (wanted < length && std::find(set.begin(), set.end(),
+                                            text[static_cast<std::size_t>(wanted)]) != set.end())
+            ++wanted;
+        const auto* const string =
+            reinterpret_cast<const char*>(areas_[0].place(text, GuardedArea::Guard::kAbove));
+        const auto asChars = [](const oracle::Bytes& bytes) {
+            return reinterpret_cast<const char*>(bytes.data());
+        };
+        EXPECT_EQ(TSStrspn(&locale, string, length, asChars(set),
+                           static_cast<std::int32_t>(set.size()), 0),
+                  wanted);
+        EXPECT_EQ(TSStrcspn(&locale, string, length, asChars(others),
+                            static_cast<std::int32_t>(others.size()), 0),
+                  wanted);
+        const TSChar16* const unitString = areas_[1].place(units, GuardedArea::Guard::kAbove);
+        EXPECT_EQ(TSStrspnU(&locale, unitString, length, unitSet.data(),
+                            static_cast<std::int32_t>(unitSet.size())),
+                  wanted);
+    }
 }
 
 TEST_F(LongStrings, AreCopiedAsTheOracleCopies)

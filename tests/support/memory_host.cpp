@@ -1,98 +1,16 @@
-// The memory host: its settings first, then the contract.
+// The memory host: what a test tells it first, then the contract.
 #include "support/memory_host.hpp"
 
 #include <algorithm>
 #include <cstring>
-#include <map>
-#include <memory>
-#include <mutex>
-#include <set>
 
 #include "host/host.hpp"
+#include "support/memory_state.hpp"
 #include "support/viewblock.hpp"
 
 namespace vlx::test {
 
-namespace {
-
-using Bytes = std::vector<std::uint8_t>;
-using Content = std::shared_ptr<Bytes>;
-
-struct OpenFile {
-    Content content;
-    host::Access access;
-    std::int64_t position;
-    int era;
-};
-
-struct OpenMapping {
-    Content content;
-    int era;
-};
-
-struct OpenView {
-    std::size_t length;
-    int era;
-};
-
-struct Block {
-    int era;
-};
-
-// Everything that is open carries the era in which it was opened: a reset begins a new one.
-struct State {
-    std::mutex lock;
-    int era = 0;
-    std::map<std::string, Content, std::less<>> files;
-    std::set<std::string, std::less<>> denied;
-    std::map<std::string, std::string, std::less<>> environment;
-    std::uint32_t userLocaleId = 0;
-    std::uint32_t threadLocaleId = 0;
-    std::uint32_t calls = 0;
-    std::uint32_t failing = 0;
-    std::intptr_t lastId = 0;
-    std::map<host::File, OpenFile> openFiles;
-    std::map<host::Mapping, OpenMapping> openMappings;
-    std::map<const void*, OpenView> openViews;
-    std::map<void*, Block> blocks;
-};
-
-State& state()
-{
-    // Never destroyed, since the library may give things back at the end of the process.
-    static State& only = *new State;
-    return only;
-}
-
-// The state for one call.
-struct Locked {
-    State& host = state();
-    std::lock_guard<std::mutex> guard{host.lock};
-
-    // Counts a call that can fail; true if it is to fail.
-    bool fails()
-    {
-        ++host.calls;
-        return host.failing != 0 && --host.failing == 0;
-    }
-
-    OpenFile* file(host::File id)
-    {
-        const auto found = host.openFiles.find(id);
-        return found == host.openFiles.end() ? nullptr : &found->second;
-    }
-
-    template <class Map>
-    int count(Map State::*opened) const
-    {
-        int open = 0;
-        for (const auto& [id, each] : host.*opened)
-            open += each.era == host.era;
-        return open;
-    }
-};
-
-} // namespace
+using namespace memory;
 
 void MemoryHost::reset()
 {
@@ -104,7 +22,10 @@ void MemoryHost::reset()
     host.environment.clear();
     host.userLocaleId = 0;
     host.threadLocaleId = 0;
-    resetSettings();
+    host.settings.clear();
+    host.narrowPage = 0;
+    host.readings.clear();
+    host.openSettings = 0;
     host.calls = 0;
     host.failing = 0;
 }
@@ -182,23 +103,13 @@ void MemoryHost::clearEnvironment()
     Locked().host.environment.clear();
 }
 
-void MemoryHost::setUserLocaleId(std::uint32_t id)
-{
-    Locked().host.userLocaleId = id;
-}
-
-std::uint32_t MemoryHost::threadLocaleId()
-{
-    return Locked().host.threadLocaleId;
-}
-
 } // namespace vlx::test
 
 namespace vlx::host {
 
-using test::Bytes;
-using test::Content;
-using test::Locked;
+using test::memory::Bytes;
+using test::memory::Content;
+using test::memory::Locked;
 
 const char* const kPathSeparator = "/";
 const char* const kControlName = "/control.nls";
@@ -227,7 +138,8 @@ File open(const char* path, Access access, OpenError& error)
     }
     error = OpenError::kNone;
     const File id = ++locked.host.lastId;
-    locked.host.openFiles.emplace(id, test::OpenFile{found->second, access, 0, locked.host.era});
+    locked.host.openFiles.emplace(
+        id, test::memory::OpenFile{found->second, access, 0, locked.host.era});
     return id;
 }
 
@@ -246,7 +158,7 @@ bool read(File id, void* buffer, std::uint32_t count, std::uint32_t& done)
 {
     Locked locked;
     done = 0;
-    test::OpenFile* const file = locked.file(id);
+    test::memory::OpenFile* const file = locked.file(id);
     if (locked.fails() || !file || file->access == Access::kWrite)
         return false;
     const auto size = static_cast<std::int64_t>(file->content->size());
@@ -261,7 +173,7 @@ bool read(File id, void* buffer, std::uint32_t count, std::uint32_t& done)
 bool seek(File id, std::int32_t offset, Origin origin)
 {
     Locked locked;
-    test::OpenFile* const file = locked.file(id);
+    test::memory::OpenFile* const file = locked.file(id);
     if (locked.fails() || !file)
         return false;
     const std::int64_t base = origin == Origin::kBegin     ? 0
@@ -276,7 +188,7 @@ bool seek(File id, std::int32_t offset, Origin origin)
 bool size(File id, std::uint64_t& bytes)
 {
     Locked locked;
-    const test::OpenFile* const file = locked.file(id);
+    const test::memory::OpenFile* const file = locked.file(id);
     if (locked.fails() || !file)
         return false;
     bytes = file->content->size();
@@ -319,11 +231,12 @@ std::size_t stemLength(const char* path)
 Mapping createMapping(File id)
 {
     Locked locked;
-    const test::OpenFile* const file = locked.file(id);
+    const test::memory::OpenFile* const file = locked.file(id);
     if (locked.fails() || !file || file->access == Access::kWrite || file->content->empty())
         return 0;
     const Mapping mapping = ++locked.host.lastId;
-    locked.host.openMappings.emplace(mapping, test::OpenMapping{file->content, locked.host.era});
+    locked.host.openMappings.emplace(mapping,
+                                     test::memory::OpenMapping{file->content, locked.host.era});
     return mapping;
 }
 
@@ -348,7 +261,7 @@ const void* mapView(Mapping mapping, std::uint32_t offset, std::uint32_t length)
     if (length == 0 || offset % granularity() != 0 || std::uint64_t{offset} + length > bytes.size())
         return nullptr;
     const std::uint8_t* const view = test::createViewBlock(bytes.data() + offset, length);
-    locked.host.openViews.emplace(view, test::OpenView{length, locked.host.era});
+    locked.host.openViews.emplace(view, test::memory::OpenView{length, locked.host.era});
     return view;
 }
 
@@ -369,7 +282,7 @@ void* allocate(TSContext, std::uint32_t bytes)
     if (locked.fails())
         return nullptr;
     void* const memory = ::operator new(bytes);
-    locked.host.blocks.emplace(memory, test::Block{locked.host.era});
+    locked.host.blocks.emplace(memory, test::memory::Block{locked.host.era});
     return memory;
 }
 
@@ -393,20 +306,6 @@ std::int32_t environment(const char* name, char* buffer, std::uint32_t size)
         return static_cast<std::int32_t>(value.size() + 1);
     std::memcpy(buffer, value.c_str(), value.size() + 1);
     return static_cast<std::int32_t>(value.size());
-}
-
-std::uint32_t userLocaleId()
-{
-    return Locked().host.userLocaleId;
-}
-
-bool setThreadLocale(std::uint32_t id)
-{
-    Locked locked;
-    if (locked.fails())
-        return false;
-    locked.host.threadLocaleId = id;
-    return true;
 }
 
 bool equalIgnoringCase(const char* left, const char* right, std::size_t length)

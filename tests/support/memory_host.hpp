@@ -71,9 +71,6 @@ struct MemoryHost {
         bool operator==(const Reading&) const = default;
     };
     static std::vector<Reading> readings();
-
-  private:
-    static void resetSettings();
 };
 
 } // namespace vlx::test

@@ -1,79 +1,63 @@
-// The settings of locales that the memory host tells.
+// The memory host's locales: settings of the user and of other locales.
 #include <cstring>
-#include <map>
-#include <mutex>
-#include <utility>
 
-#include "host/host.hpp"
-#include "support/memory_host.hpp"
+#include "support/memory_state.hpp"
 
 namespace vlx::test {
 
-namespace {
+using namespace memory;
 
-struct Values {
-    std::u16string changed;
-    std::u16string original;
-};
-
-struct State {
-    std::mutex lock;
-    std::map<std::pair<std::uint32_t, std::uint32_t>, Values> values; // by locale and setting
-    std::uint32_t narrowPage = 0;                                     // 0: as 16-bit text
-    std::vector<MemoryHost::Reading> readings;
-    int open = 0;
-};
-
-State& state()
+void MemoryHost::setUserLocaleId(std::uint32_t id)
 {
-    static State& only = *new State; // never destroyed
-    return only;
+    Locked().host.userLocaleId = id;
 }
 
-// The state for one call.
-struct Locked {
-    State& settings = state();
-    std::lock_guard<std::mutex> guard{settings.lock};
-};
-
-} // namespace
-
-void MemoryHost::resetSettings()
+std::uint32_t MemoryHost::threadLocaleId()
 {
-    Locked locked;
-    locked.settings.values.clear();
-    locked.settings.narrowPage = 0;
-    locked.settings.readings.clear();
-    locked.settings.open = 0;
+    return Locked().host.threadLocaleId;
 }
 
 void MemoryHost::setSetting(std::uint32_t locale, std::uint32_t setting,
                             std::u16string_view changed, std::u16string_view original)
 {
-    Locked().settings.values.insert_or_assign(
-        {locale, setting}, Values{std::u16string(changed), std::u16string(original)});
+    Locked().host.settings.insert_or_assign(
+        {locale, setting}, Setting{std::u16string(changed), std::u16string(original)});
 }
 
 void MemoryHost::makeNarrow(std::uint32_t codePage)
 {
-    Locked().settings.narrowPage = codePage;
+    Locked().host.narrowPage = codePage;
 }
 
 int MemoryHost::openSettings()
 {
-    return Locked().settings.open;
+    return Locked().host.openSettings;
 }
 
 std::vector<MemoryHost::Reading> MemoryHost::readings()
 {
-    return Locked().settings.readings;
+    return Locked().host.readings;
 }
 
 } // namespace vlx::test
 
 namespace vlx::host {
 
-using test::Locked;
+using test::memory::Locked;
+
+std::uint32_t userLocaleId()
+{
+    return Locked().host.userLocaleId;
+}
+
+bool setThreadLocale(std::uint32_t id)
+{
+    Locked locked;
+    if (locked.fails())
+        return false;
+    locked.host.threadLocaleId = id;
+    return true;
+}
 
 namespace {
 
@@ -84,9 +68,9 @@ bool copySetting(const Settings& settings, Setting setting, bool wide, Element* 
 {
     Locked locked;
     const auto number = static_cast<std::uint32_t>(setting);
-    locked.settings.readings.push_back({settings.locale, number, settings.changedByUser, wide});
-    const auto found = locked.settings.values.find({settings.locale, number});
-    if (found == locked.settings.values.end())
+    locked.host.readings.push_back({settings.locale, number, settings.changedByUser, wide});
+    const auto found = locked.host.settings.find({settings.locale, number});
+    if (found == locked.host.settings.end())
         return false;
     const std::u16string& value =
         settings.changedByUser ? found->second.changed : found->second.original;
@@ -101,13 +85,13 @@ bool copySetting(const Settings& settings, Setting setting, bool wide, Element* 
 
 Settings openSettings(std::uint32_t locale, bool changedByUser)
 {
-    ++Locked().settings.open;
+    ++Locked().host.openSettings;
     return {locale, changedByUser, nullptr};
 }
 
 void closeSettings(const Settings&)
 {
-    --Locked().settings.open;
+    --Locked().host.openSettings;
 }
 
 bool readSetting(const Settings& settings, Setting setting, char* text, std::uint32_t size)
@@ -122,13 +106,13 @@ bool readSetting16(const Settings& settings, Setting setting, TSChar16* text, st
 
 bool hasSettings16()
 {
-    return Locked().settings.narrowPage == 0;
+    return Locked().host.narrowPage == 0;
 }
 
 bool toUnicode(std::uint32_t codePage, const char* text, TSChar16* unicode, std::uint32_t size)
 {
     const std::size_t length = std::strlen(text);
-    if (codePage != Locked().settings.narrowPage || length >= size)
+    if (codePage != Locked().host.narrowPage || length >= size)
         return false;
     for (std::size_t i = 0; i <= length; ++i) {
         const auto byte = static_cast<std::uint8_t>(text[i]);

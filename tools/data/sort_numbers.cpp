@@ -15,6 +15,9 @@ constexpr unsigned kLastHangulPage = 0xD7;
 
 constexpr unsigned kPages = 256;
 
+// Behind the level 3 weights of the root table.
+constexpr int kBehindRoot = 0x10000;
+
 bool isHangul(unsigned page)
 {
     return page >= kFirstHangulPage && page <= kLastHangulPage;
@@ -73,11 +76,13 @@ HeldElements held(const CollationElements& elements, const SortWeights& weights,
     HeldElements all;
     HeldElement special;
     bool isBehindSpecial = false;
+    bool isLeading = false;
     for (const CollationElement& element : elements) {
         HeldElement one = heldOne(element, weights);
         if (element.primary != 0)
             isBehindSpecial = hasSpecials && weights.isVariable(element.primary);
         if (isBehindSpecial) {
+            isLeading = isLeading || all.empty();
             special.primaries.insert(special.primaries.end(), one.primaries.begin(),
                                      one.primaries.end());
             continue; // with its marks
@@ -89,7 +94,11 @@ HeldElements held(const CollationElements& elements, const SortWeights& weights,
     }
     for (HeldElement& one : all)
         shorten(one.tertiaries);
-    // What mixes punctuation with others keeps the others.
+    // What mixes punctuation with others keeps the others, and differs from them on level 3, less
+    // if the punctuation comes early.
+    if (!all.empty() && !special.primaries.empty())
+        all.front().tertiaries.push_back(
+            {0, isLeading ? kBehindRoot : kBehindRoot + 1, special.primaries.front()});
     if (all.empty() && !special.primaries.empty()) {
         special.isSpecial = true;
         all.push_back(std::move(special));

@@ -34,7 +34,7 @@ void removeOnSignal(const std::string& path)
     std::memcpy(signalledPath.data(), path.c_str(), path.size() + 1);
     struct sigaction action = {};
     action.sa_handler = removeAndEnd;
-    action.sa_flags = SA_RESETHAND;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
     for (const int signal : kSignals)
         sigaction(signal, &action, nullptr);
 }

@@ -105,6 +105,12 @@ std::string Child::read(std::size_t size) const
     return text;
 }
 
+void Child::endInput()
+{
+    close(input_);
+    input_ = -1;
+}
+
 void Child::signal(int signal) const
 {
     kill(child_, signal);
@@ -112,7 +118,8 @@ void Child::signal(int signal) const
 
 Child::End Child::finish()
 {
-    close(input_);
+    if (input_ >= 0)
+        endInput();
     close(output_);
     End end{-1, 0};
     rusage usage{};

@@ -36,13 +36,14 @@ class Child {
 
     void write(std::string_view text) const;
     std::string read(std::size_t size) const; // waits for so many bytes, or for the end
+    void endInput();
     void signal(int signal) const;
 
     struct End {
         int status;      // as wait() gives it
         long mostMemory; // KiB
     };
-    // Closes the input and waits.
+    // Closes what is open and waits.
     End finish();
 
   private:

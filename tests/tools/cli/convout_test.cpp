@@ -113,6 +113,8 @@ TEST(ConvStream, WritesWhatItHas)
     EXPECT_EQ(child.read(5), "\x0E\x44\x81\x0F\x25");
     child.write("\x81\x84");
     EXPECT_EQ(child.read(3), "\x0E\x44\x82");
+    child.endInput();
+    EXPECT_EQ(child.read(9), "\x0F");
     EXPECT_EQ(child.finish().status, 0);
 }
 
