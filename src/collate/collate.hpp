@@ -47,6 +47,27 @@ std::optional<std::int32_t> compareElements(const TSLocale& locale, const Form& 
     return compareFurther(form, sort, text1, text2, area);
 }
 
+// Whether a string has a first unit, and surely not more units than there can be memory for.
+template <class Unit>
+bool beginsShort(const Unit* string, std::int32_t length)
+{
+    constexpr std::int32_t kShort = 1 << 24;
+    return length < 0 ? *string != 0 : length > 0 && length < kShort;
+}
+
+// The difference of the first letters, before the strings are measured; 0 if it is not that easy,
+// or if the caller could see that no memory was asked for.
+template <class Form>
+std::int32_t earlyDifference(const TSLocale& locale, const Form& form,
+                             const typename Form::Unit* string1, std::int32_t length1,
+                             const typename Form::Unit* string2, std::int32_t length2)
+{
+    if (tsSlots.allocate != host::allocate || !beginsShort(string1, length1) ||
+        !beginsShort(string2, length2))
+        return 0;
+    return firstLetters(form, sortOf(locale), {string1, string1 + 1}, {string2, string2 + 1});
+}
+
 // The route with options: by keys. `keyOf1` and `keyOf2` make one in a buffer and give its length,
 // or -1; that is 0 here. A key never needs more than the buffer: two values a unit give at most 16
 // bytes and the separators.

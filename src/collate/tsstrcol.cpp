@@ -15,6 +15,13 @@ int32_t TSStrcoll(TSLocale* handle, const char* string1, int32_t length1, const 
     }
     if (locale->flags & vlx::kLocaleBinarySort)
         TS_RETURN(TSStrcmp(locale, string1, length1, string2, length2, options));
+    if (options == 0) {
+        const int32_t early = vlx::withPlainForm(*locale, [&](const auto& form) {
+            return vlx::earlyDifference(*locale, form, string1, length1, string2, length2);
+        });
+        if (early != 0)
+            TS_RETURN(early);
+    }
     vlx::CompareText first{string1, vlx::comparedLength(string1, length1)};
     vlx::CompareText second{string2, vlx::comparedLength(string2, length2)};
     // Deliberate: it is the bit of width that asks for it, and TS_OPT_STRIP_BLANKS alone is an

@@ -28,6 +28,13 @@ int32_t TSStrcollU(TSLocale* handle, const TSChar16* string1, int32_t length1,
         TS_FAIL(locale->lastError, TS_ERR_ARGUMENT, 0, "Invalid options %#x", options);
     if (locale->flags & vlx::kLocaleBinarySort)
         TS_RETURN(TSStrcmpU(locale, string1, length1, string2, length2, vlx::codeOptions(options)));
+    const vlx::UnicodeForm form{locale->codePage};
+    if (options == 0) {
+        const int32_t early =
+            vlx::earlyDifference(*locale, form, string1, length1, string2, length2);
+        if (early != 0)
+            TS_RETURN(early);
+    }
     const bool strips = (options & TS_OPT_STRIP_BLANKS) != 0;
     options &= ~TS_OPT_STRIP_BLANKS;
     const TSChar16 blank = storedBlank();
@@ -43,7 +50,6 @@ int32_t TSStrcollU(TSLocale* handle, const TSChar16* string1, int32_t length1,
     vlx::WorkArea area(length1, length2);
     std::optional<int32_t> result;
     if (options == 0) {
-        const vlx::UnicodeForm form{locale->codePage};
         result = vlx::compareElements(*locale, form, vlx::textOf(form, string1, length1),
                                       vlx::textOf(form, string2, length2), area);
     } else {
