@@ -14,8 +14,20 @@ inline constexpr std::uint32_t kParseDoubleOptions =
     TS_OPT_OBJECT_VALUE | TS_OPT_MAP_DIGITS | TS_OPT_MONETARY;
 inline constexpr std::uint32_t kParseLongOptions = kParseDoubleOptions | TS_OPT_UNSIGNED;
 
+// The powers of ten that are the nearest double to their value, as pow() gives them, too.
+inline constexpr std::int32_t kListedPowers = 22;
+extern const double kPowers[2 * kListedPowers + 1];
+
 // 10 to a power, as pow() gives it.
-double powerOfTen(std::int32_t exponent);
+inline double powerOfTen(std::int32_t exponent)
+{
+    if (exponent >= -kListedPowers && exponent <= kListedPowers)
+        return kPowers[exponent + kListedPowers];
+    return std::pow(10.0, exponent);
+}
+
+// Beyond this the power is zero or infinite, however much larger the exponent.
+inline constexpr std::int32_t kMostExponent = 100000;
 
 } // namespace vlx
 
@@ -23,12 +35,19 @@ double powerOfTen(std::int32_t exponent);
 class TSNumberState {
   public:
     // False if the token ends the number.
-    bool take(std::int32_t token);
+    bool take(std::int32_t token)
+    {
+        return token >= 0 && token <= 9 ? takeDigit(token) : takeOther(token);
+    }
 
     // True when the last token was the letter of an exponent.
     bool entersExponent() const { return state_ == State::kExponentLetter; }
 
-    double value() const;
+    double value() const
+    {
+        const double power = exponent_ == 0 ? 1 : vlx::powerOfTen(exponentSign_ * exponent_);
+        return power * (sign_ * mantissa());
+    }
 
   private:
     enum class State : std::uint8_t {
@@ -43,15 +62,61 @@ class TSNumberState {
         kExponent
     };
 
+    // Below this the next digit leaves a whole number that a double holds.
+    static constexpr std::uint64_t kExactLimit = (std::uint64_t{1} << 53) / 10 - 1;
+
     bool enter(State state)
     {
         state_ = state;
         return true;
     }
-    bool takeDigit(std::int32_t digit);
+
+    // The digits so far: a whole number as long as it is exact, which a double would be, too.
+    double mantissa() const { return isWhole_ ? static_cast<double>(whole_) : mantissa_; }
+    void setMantissa(double mantissa)
+    {
+        mantissa_ = mantissa;
+        isWhole_ = false;
+    }
+
+    bool takeDigit(std::int32_t digit)
+    {
+        switch (state_) {
+        case State::kStart: // nothing stands before the digit
+        case State::kSign:
+        case State::kWhole:
+        case State::kGroup:
+            if (isWhole_ && whole_ < kExactLimit)
+                whole_ = whole_ * 10 + static_cast<std::uint64_t>(digit);
+            else
+                setMantissa(mantissa() * 10 + digit);
+            return enter(State::kWhole);
+        case State::kLeadingPoint:
+            fractionExponent_ = -1;
+            setMantissa(digit / 10.0);
+            return enter(State::kFraction);
+        case State::kFraction:
+            if (fractionExponent_ > -vlx::kMostExponent)
+                --fractionExponent_;
+            setMantissa(mantissa() + vlx::powerOfTen(fractionExponent_) * digit);
+            return true;
+        case State::kExponentLetter:
+        case State::kExponentSign:
+            exponent_ = digit;
+            return enter(State::kExponent);
+        case State::kExponent:
+            exponent_ = std::min(exponent_ * 10 + digit, vlx::kMostExponent);
+            return true;
+        }
+        return false;
+    }
+
+    bool takeOther(std::int32_t token);
     bool takeSign(bool negative);
 
     State state_ = State::kStart;
+    bool isWhole_ = true;
+    std::uint64_t whole_ = 0;
     double mantissa_ = 0;
     double sign_ = 1;
     std::int32_t fractionExponent_ = 0;
@@ -68,13 +133,16 @@ double readDouble(const Tokens& tokens, NumberTexts<typename Tokens::Form::Unit>
 {
     TSNumberState number;
     while (text.at < text.end) {
-        Text<typename Tokens::Form> behind = text;
-        const std::int32_t token = tokens.next(behind);
-        if (token == kTokenNone || !number.take(token))
+        const auto* const at = text.at;
+        const std::int32_t state = text.state;
+        const std::int32_t token = tokens.next(text);
+        if (token == kTokenNone || !number.take(token)) {
+            text.at = at;
+            text.state = state;
             break;
+        }
         if (number.entersExponent())
             texts.takeFixedSigns(signs);
-        text = behind;
     }
     return number.value();
 }
@@ -92,7 +160,8 @@ class LongReader {
   public:
     // `testsSigned`: a token behind the sign has to be one.
     LongReader(const Tokens& tokens, const Place& text, bool isUnsigned, bool testsSigned)
-        : tokens_(tokens), at_(text), token_(text), unsigned_(isUnsigned), testsSigned_(testsSigned)
+        : tokens_(tokens), text_(text), tokenAt_(text.at), tokenState_(text.state),
+          unsigned_(isUnsigned), testsSigned_(testsSigned)
     {
     }
 
@@ -115,16 +184,20 @@ class LongReader {
     // Where the parse stopped: at the last token.
     //
     // Deliberate: behind it if it ends the text, even if it is no part of the number.
-    const Place& end() const { return at_.at < at_.end ? token_ : at_; }
+    Place end() const
+    {
+        return text_.at < text_.end ? Place{tokenAt_, text_.end, tokenState_} : text_;
+    }
 
   private:
     // Reads a token; false at the end of the text.
     bool next()
     {
-        if (at_.at >= at_.end)
+        if (text_.at >= text_.end)
             return false;
-        token_ = at_;
-        last_ = tokens_.next(at_);
+        tokenAt_ = text_.at;
+        tokenState_ = text_.state;
+        last_ = tokens_.next(text_);
         return true;
     }
 
@@ -190,8 +263,9 @@ class LongReader {
     }
 
     const Tokens& tokens_;
-    Place at_;    // behind the last token
-    Place token_; // at it
+    Place text_;                                 // behind the last token
+    const typename Tokens::Form::Unit* tokenAt_; // where it begins
+    std::int32_t tokenState_;
     std::int32_t last_ = kTokenNone;
     bool negative_ = false;
     const bool unsigned_;

@@ -124,7 +124,8 @@ TimeDigits timeDigits(const TimeNumber& number, bool flag)
         result.digits[3 - result.count++] = static_cast<char>('0' + value % 10);
         value /= 10;
     } while (result.count < number.width && !(flag && value == 0));
-    std::copy(result.digits + 4 - result.count, result.digits + 4, result.digits);
+    for (int i = 0; i < result.count; ++i)
+        result.digits[i] = result.digits[4 - result.count + i];
     return result;
 }
 

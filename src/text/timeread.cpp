@@ -2,7 +2,9 @@
 
 namespace vlx {
 
-TimeField timeField(char letter)
+namespace {
+
+constexpr TimeField timeField(char letter)
 {
     switch (letter) {
     case 'd':
@@ -30,7 +32,7 @@ TimeField timeField(char letter)
     }
 }
 
-TimeNames timeNames(char letter)
+constexpr TimeNames timeNames(char letter)
 {
     constexpr int kDays = 7;
     constexpr int kMonths = 12; // the thirteenth is not looked at
@@ -49,5 +51,20 @@ TimeNames timeNames(char letter)
         return {0, 0, nullptr};
     }
 }
+
+// One entry for each letter.
+template <auto EntryOf>
+constexpr auto tableOf()
+{
+    std::array<decltype(EntryOf('a')), kLetters> table{};
+    for (int letter = 0; letter < kLetters; ++letter)
+        table[static_cast<std::size_t>(letter)] = EntryOf(static_cast<char>(letter));
+    return table;
+}
+
+} // namespace
+
+constexpr std::array<TimeField, kLetters> kTimeFields = tableOf<timeField>();
+constexpr std::array<TimeNames, kLetters> kTimeNames = tableOf<timeNames>();
 
 } // namespace vlx

@@ -1,6 +1,7 @@
 // A broken-down time from text, by a pattern: the walk through both, over any form of text.
 #pragma once
 
+#include <array>
 #include <cstring>
 
 #include "text/pattern.hpp"
@@ -24,8 +25,8 @@ struct TimeField {
     std::int32_t add;
     bool noonIsZero;
 };
-// A width of 0: no number.
-TimeField timeField(char letter);
+inline constexpr int kLetters = 128;
+extern const std::array<TimeField, kLetters> kTimeFields; // by letter; a width of 0: no number
 
 // A name among the directives: its items, and its field, which takes the number among them.
 struct TimeNames {
@@ -33,14 +34,10 @@ struct TimeNames {
     int count;
     std::int32_t TSTimeFields::*field; // null: the half of the day
 };
-TimeNames timeNames(char letter);
+extern const std::array<TimeNames, kLetters> kTimeNames;
 
-// The longest of the names of a directive that stands at a place: its number among them, and its
-// length; -1 if none does. `fetch(item, buffer)` gives a name.
-struct NameMatch {
-    std::int32_t index = -1;
-    std::int32_t length = 0;
-};
+// The longest of the names of a directive that stands at a place. `fetch(item, buffer, size)` gives
+// a name.
 template <class Unit, std::int32_t Size, class Fetch>
 NameMatch matchName(const TimeNames& names, const Unit* at, const Unit* end, const Fetch& fetch)
 {
@@ -112,9 +109,11 @@ class TimeReader {
 
     std::int32_t take(const Directive& directive)
     {
-        if (const TimeField field = timeField(directive.letter); field.width != 0)
+        if (const TimeField& field = kTimeFields[static_cast<std::uint8_t>(directive.letter)];
+            field.width != 0)
             return takeNumber(field);
-        if (const TimeNames names = timeNames(directive.letter); names.firstItem != 0)
+        if (const TimeNames& names = kTimeNames[static_cast<std::uint8_t>(directive.letter)];
+            names.firstItem != 0)
             return takeName(names);
         switch (directive.letter) {
         case kMark:
@@ -142,15 +141,14 @@ class TimeReader {
     // Deliberate: the field is written whether or not the number is good.
     std::int32_t takeNumber(const TimeField& field)
     {
+        const std::int32_t most = input_.isSingle(text_) ? std::min(field.width, text_.left()) : 0;
+        const Unit* const at = text_.at;
+        const std::uint32_t zero = call_.signs.zero;
         std::int32_t value = 0;
-        int count = 0;
-        for (; input_.isSingle(text_) && text_.at != text_.end && count < field.width; ++count) {
-            const std::uint32_t digit = valueOf(*text_.at) - call_.signs.zero;
-            if (digit > 9)
-                break;
-            value = value * 10 + static_cast<std::int32_t>(digit);
-            ++text_.at;
-        }
+        std::int32_t count = 0;
+        for (; count < most && valueOf(at[count]) - zero <= 9; ++count)
+            value = value * 10 + static_cast<std::int32_t>(valueOf(at[count]) - zero);
+        text_.at = at + count;
         if (count == 0)
             value = -1;
         const bool isNoon = field.noonIsZero && value == 12;
@@ -210,13 +208,14 @@ struct UnitInput {
     }
     NameMatch match(const TimeNames& names, const Text<Form>& text) const
     {
-        return matchName<Unit, kTextSize>(
-            names, text.at, text.end, [&](int item, Unit* buffer, std::int32_t size) {
-                if constexpr (sizeof(Unit) == 1) // most names end here
-                    if (!plainNameBegins(reader.locale, item, text.at, text.end))
-                        return ValueText<Unit>{buffer, 0};
-                return reader.text(item, buffer, size);
-            });
+        if constexpr (sizeof(Unit) == 1)
+            return matchPlainName(reader.locale, names.firstItem, names.count, text.at, text.end,
+                                  kTextSize);
+        else
+            return matchName<Unit, kTextSize>(names, text.at, text.end,
+                                              [&](int item, Unit* buffer, std::int32_t size) {
+                                                  return reader.text(item, buffer, size);
+                                              });
     }
     void advance(Text<Form>& text, std::int32_t length) const { text.at += length; }
 };

@@ -27,7 +27,7 @@ std::int32_t putDirective(TimeCall& call, const Directive& directive, Output& ou
     if (const TimeNumber number = timeNumber(directive.letter, call.time); number.width != 0) {
         if (!number.inRange)
             return TS_ERR_NOT_FOUND;
-        return output.putDigits(timeDigits(number, directive.flag));
+        return output.putNumber(number, directive.flag);
     }
     if (isTimeName(directive.letter)) {
         const int item = timeName(directive.letter, call.time);
@@ -114,16 +114,44 @@ class TimeOutput {
     }
 
     // Deliberate: a number that ends with the room has been written, and is reported as cut.
-    std::int32_t putDigits(const TimeDigits& number)
+    std::int32_t putNumber(const TimeNumber& number, bool flag)
     {
-        const std::int32_t count = std::min(number.count, room());
+        if (!flag && room() > number.width) { // the usual case
+            const std::int64_t magnitude = number.value < 0 ? -number.value : number.value;
+            const auto value = static_cast<std::uint32_t>(magnitude % 10000);
+            Unit* const at = destination_ + count_;
+            count_ += number.width;
+            if (number.width == 2) {
+                putTwo(at, value % 100);
+            } else if (number.width == 4) {
+                putTwo(at, value / 100);
+                putTwo(at + 2, value % 100);
+            } else { // one or three
+                if (number.width == 3)
+                    putTwo(at, value / 10 % 100);
+                at[number.width - 1] = static_cast<Unit>(value % 10 + call_.signs.zero);
+            }
+            return TS_ERR_NONE;
+        }
+        const TimeDigits digits = timeDigits(number, flag);
+        const std::int32_t count = std::min(digits.count, room());
         for (std::int32_t i = 0; i < count; ++i)
-            destination_[count_++] = static_cast<Unit>(number.digits[i] - '0' + call_.signs.zero);
+            destination_[count_++] = static_cast<Unit>(digits.digits[i] - '0' + call_.signs.zero);
         return room() <= 0 ? TS_ERR_BUFFER : TS_ERR_NONE;
     }
 
     std::int32_t putName(int item)
     {
+        // Bytes go straight to their place, where no name is too long; the others are terminated.
+        if (sizeof(Unit) == 1 && room() >= Reader::kNameSize) {
+            Unit* const place = destination_ + count_;
+            const ValueText<Unit> text =
+                Reader{call_.locale, call_.ofObject}.text(item, place, Reader::kNameSize);
+            if (text.at != place)
+                std::copy_n(text.at, text.length, place);
+            count_ += text.length;
+            return TS_ERR_NONE;
+        }
         Unit buffer[Reader::kNameSize];
         const ValueText<Unit> name =
             Reader{call_.locale, call_.ofObject}.text(item, buffer, Reader::kNameSize);
@@ -153,6 +181,13 @@ class TimeOutput {
     }
 
   private:
+    void putTwo(Unit* at, std::uint32_t value) const
+    {
+        const std::uint32_t zero = call_.signs.zero;
+        at[0] = static_cast<Unit>(value / 10 + zero);
+        at[1] = static_cast<Unit>(value % 10 + zero);
+    }
+
     TimeCall& call_;
     Unit* const destination_;
     const std::int32_t size_;

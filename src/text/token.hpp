@@ -75,9 +75,13 @@ void takeTexts(NumberTexts<typename Reader::Unit>& texts, const Reader& reader,
                std::uint32_t options, bool hasPoint)
 {
     const bool monetary = (options & TS_OPT_MONETARY) != 0;
-    texts.group = reader.separator(monetary ? TS_LI_MON_THOUSANDS_SEP : TS_LI_THOUSANDS_SEP);
-    texts.point = reader.separator(monetary ? TS_LI_MON_DECIMAL_POINT : TS_LI_DECIMAL_POINT);
+    texts.group = monetary ? reader.separator(TS_LI_MON_THOUSANDS_SEP)
+                           : reader.separator(TS_LI_THOUSANDS_SEP);
     texts.hasPoint = hasPoint;
+    texts.point = texts.group;
+    if (hasPoint)
+        texts.point = monetary ? reader.separator(TS_LI_MON_DECIMAL_POINT)
+                               : reader.separator(TS_LI_DECIMAL_POINT);
     texts.mapsDigits = (options & TS_OPT_MAP_DIGITS) != 0;
     texts.digits = &digits;
     if (monetary) {
@@ -92,8 +96,8 @@ void takeTexts(NumberTexts<typename Reader::Unit>& texts, const Reader& reader,
 template <class Unit>
 bool standsAt(const ValueText<Unit>& text, const Unit* at, const Unit* end)
 {
-    return text.length > 0 && text.length <= end - at &&
-           std::equal(text.at, text.at + text.length, at);
+    return text.length > 0 && text.length <= end - at && *text.at == *at &&
+           std::equal(text.at + 1, text.at + text.length, at + 1);
 }
 
 inline constexpr std::uint32_t kBlankType = 0x040; // in a type word: white space
@@ -112,12 +116,32 @@ inline std::uint32_t packedType(const TSLocale& locale, TSChar32 value)
 
 // TSNextNumberToken of each form: the token at `text.at`, which moves behind it.
 
-struct SingleTokens {
+class SingleTokens {
+  public:
     using Form = SingleForm;
-    TSLocale& locale;
-    const NumberTexts<char>& texts;
+
+    SingleTokens(TSLocale& record, const NumberTexts<char>& from, const Signs& signs)
+        : locale(record), texts(from), zero_(signs.zero),
+          digitsAreOwn_(!from.mapsDigits && !isDigit(from.group) && !isDigit(from.point) &&
+                        !beginsWithDigit(from.plus) && !beginsWithDigit(from.minus))
+    {
+    }
 
     std::int32_t next(Text<Form>& text) const
+    {
+        if (digitsAreOwn_ && isDigit(*text.at) && !(byteType(locale, *text.at) & kBlankType))
+            return static_cast<std::int32_t>(valueOf(*text.at++) - zero_);
+        return anyNext(text);
+    }
+
+  private:
+    bool isDigit(char byte) const { return valueOf(byte) - zero_ <= 9; }
+    bool beginsWithDigit(const ValueText<char>& text) const
+    {
+        return text.length > 0 && isDigit(*text.at);
+    }
+
+    std::int32_t anyNext(Text<Form>& text) const
     {
         const auto isBlank = [&](const char* at) {
             return (byteType(locale, *at) & kBlankType) != 0;
@@ -151,6 +175,11 @@ struct SingleTokens {
             ++text.at;
         return token;
     }
+
+    TSLocale& locale;
+    const NumberTexts<char>& texts;
+    const std::uint32_t zero_;
+    const bool digitsAreOwn_; // a digit can be no sign and no separator
 };
 
 // A character of bytes, longer than one byte or not, as the byte that its token is told by. False

@@ -27,7 +27,8 @@ double TSStringToDouble(TSLocale* handle, const char* string, int32_t length, ch
     };
     double value;
     if (locale->flags & vlx::kLocaleSingleByte)
-        value = read(vlx::SingleTokens{*locale, texts}, vlx::Text<vlx::SingleForm>{string, limit});
+        value = read(vlx::SingleTokens(*locale, texts, signs),
+                     vlx::Text<vlx::SingleForm>{string, limit});
     else
         value = read(vlx::MultiTokens{*locale, texts}, vlx::Text<vlx::MultiForm>{string, limit});
     if (end)

@@ -17,9 +17,9 @@ int32_t TSStringToLong(TSLocale* handle, const char* string, int32_t length, cha
     if ((options & TS_OPT_CHAR_COUNT) && length > 0)
         length = TSCpCharsToBytes(locale->codePage, string, 0, length);
     const vlx::PlainReader reader{*locale, (options & TS_OPT_OBJECT_VALUE) != 0};
+    const vlx::Signs& signs = vlx::signsOf(*locale);
     vlx::NumberTexts<char> texts;
-    takeTexts(texts, reader, reader, vlx::signsOf(*locale), vlx::plainDigits(*locale), options,
-              false);
+    takeTexts(texts, reader, reader, signs, vlx::plainDigits(*locale), options, false);
     const char* const limit = string + (length < 0 ? vlx::unitsOf(string) : length);
 
     const auto read = [&](const auto& tokens, const auto& text) {
@@ -31,7 +31,8 @@ int32_t TSStringToLong(TSLocale* handle, const char* string, int32_t length, cha
     };
     int32_t value;
     if (locale->flags & vlx::kLocaleSingleByte)
-        value = read(vlx::SingleTokens{*locale, texts}, vlx::Text<vlx::SingleForm>{string, limit});
+        value = read(vlx::SingleTokens(*locale, texts, signs),
+                     vlx::Text<vlx::SingleForm>{string, limit});
     else
         value = read(vlx::MultiTokens{*locale, texts}, vlx::Text<vlx::MultiForm>{string, limit});
     locale->lastError = TS_ERR_NONE;

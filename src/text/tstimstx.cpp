@@ -42,8 +42,9 @@ class ShiftTimeOutput {
     }
 
     // Deliberate: as in text without states, a number that ends with the room is reported as cut.
-    int32_t putDigits(const vlx::TimeDigits& number)
+    int32_t putNumber(const vlx::TimeNumber& value, bool flag)
     {
+        const vlx::TimeDigits number = timeDigits(value, flag);
         if (output_.state())
             output_.putShift(0);
         for (int i = 0; i < number.count && room() > 0; ++i) {

@@ -12,12 +12,6 @@ namespace vlx {
 namespace {
 
 // The units of a text, at most `limit`.
-std::int32_t boundedLength(const char* text, std::int32_t limit)
-{
-    const void* const end = std::memchr(text, 0, static_cast<std::size_t>(limit));
-    return end ? static_cast<std::int32_t>(static_cast<const char*>(end) - text) : limit;
-}
-
 std::int32_t boundedLength(const TSChar16* text, std::int32_t limit)
 {
     std::int32_t length = 0;
@@ -69,20 +63,33 @@ std::int32_t putStored(const TSLocale& locale, const ItemText& text, char* buffe
         const std::int32_t count = encoder.put(text.unit(i), bytes);
         if (count >= size - length)
             break;
-        std::copy_n(bytes, count, buffer + length);
-        length += count;
+        buffer[length++] = bytes[0];
+        for (std::int32_t byte = 1; byte < count; ++byte)
+            buffer[length++] = bytes[byte];
+    }
+    return length;
+}
+
+// The length of a text of an object, cut to `size`, if it stands at a place; else 0.
+std::int32_t storedLengthAt(const Encoder& encoder, const ItemText& text, const char* at,
+                            const char* end, std::int32_t size)
+{
+    std::int32_t length = 0;
+    for (std::int32_t i = 0; text.unit(i); ++i) {
+        char bytes[4];
+        const std::int32_t count = encoder.put(text.unit(i), bytes);
+        if (count >= size - length)
+            break;
+        if (count > end - at - length)
+            return 0;
+        for (std::int32_t byte = 0; byte < count; ++byte)
+            if (at[length++] != bytes[byte])
+                return 0;
     }
     return length;
 }
 
 } // namespace
-
-std::int32_t numberItem(const TSLocale& locale, int item, bool ofObject)
-{
-    std::int32_t value = 0;
-    itemNumber(locale, item, !ofObject, value);
-    return value;
-}
 
 std::uint8_t byteSeparator(const TSLocale& locale, int item, bool ofObject)
 {
@@ -111,12 +118,18 @@ ValueText<char> plainItem(const TSLocale& locale, int item, bool ofObject, char*
     return {buffer, putStored(locale, text, buffer, size)};
 }
 
-bool plainNameBegins(const TSLocale& locale, int item, const char* at, const char* end)
+NameMatch matchPlainName(const TSLocale& locale, int firstItem, int items, const char* at,
+                         const char* end, std::int32_t size)
 {
-    char bytes[4];
-    const std::int32_t count =
-        Encoder(locale.codePage).put(itemText(locale, item, false).unit(0), bytes);
-    return count <= end - at && std::equal(bytes, bytes + count, at);
+    const Encoder encoder(locale.codePage);
+    NameMatch match;
+    for (int i = 0; i < items; ++i) {
+        const ItemText text = itemText(locale, firstItem + i, false);
+        const std::int32_t length = storedLengthAt(encoder, text, at, end, size);
+        if (length > match.length)
+            match = {i, length};
+    }
+    return match;
 }
 
 ValueText<char> shiftItem(const TSLocale& locale, int item, bool ofObject, std::int32_t state,

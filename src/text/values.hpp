@@ -7,6 +7,9 @@
 
 #include <cstdint>
 
+#include <cstring>
+
+#include "locale/items.hpp"
 #include "locale/locale.hpp"
 #include "tessera.h"
 
@@ -20,7 +23,25 @@ struct ValueText {
 };
 
 // The value of a numeric item.
-std::int32_t numberItem(const TSLocale& locale, int item, bool ofObject);
+inline std::int32_t numberItem(const TSLocale& locale, int item, bool ofObject)
+{
+    std::int32_t value = 0;
+    itemNumber(locale, item, !ofObject, value);
+    return value;
+}
+
+// The units of a text, at most `limit`.
+inline std::int32_t boundedLength(const char* text, std::int32_t limit)
+{
+    const void* const end = std::memchr(text, 0, static_cast<std::size_t>(limit));
+    return end ? static_cast<std::int32_t>(static_cast<const char*>(end) - text) : limit;
+}
+
+// Whether a value of a record can be taken as it stands there, a byte a character.
+inline bool isPlainRecord(const TSLocale& locale, bool ofObject)
+{
+    return !ofObject && (locale.flags & kLocaleSingleByte);
+}
 
 // The separators: one character, which is one byte in a code page; 0 if there is none.
 std::uint8_t byteSeparator(const TSLocale& locale, int item, bool ofObject);
@@ -36,9 +57,14 @@ ValueText<TSChar16> unicodeItem(const TSLocale& locale, int item, bool ofObject,
 ValueText<TSChar32> packedItem(const TSLocale& locale, int item, bool ofObject, TSChar32* buffer,
                                std::int32_t size);
 
-// Whether the first character of a name of the language stands at a place; an empty name may seem
-// to.
-bool plainNameBegins(const TSLocale& locale, int item, const char* at, const char* end);
+// The longest of some names of the language that stands at a place: its number among them, the
+// first of those that are equally long, and its length; -1 if none does. Names are cut to `size`.
+struct NameMatch {
+    std::int32_t index = -1;
+    std::int32_t length = 0;
+};
+NameMatch matchPlainName(const TSLocale& locale, int firstItem, int items, const char* at,
+                         const char* end, std::int32_t size);
 
 struct PlainReader {
     static constexpr std::int32_t kNameSize = 32; // of names and patterns in times
@@ -48,11 +74,17 @@ struct PlainReader {
 
     Unit separator(int item) const
     {
+        if (isPlainRecord(locale, ofObject))
+            return static_cast<char>(locale.*kLocaleSeparator[placeOf(kSeparatorItems, item)].byte);
         return static_cast<char>(byteSeparator(locale, item, ofObject));
     }
     ValueText<Unit> text(int item, Unit* buffer, std::int32_t size) const
     {
-        return plainItem(locale, item, ofObject, buffer, size);
+        const int place = placeOf(kTextItems, item);
+        if (place < 0 || !isPlainRecord(locale, ofObject))
+            return plainItem(locale, item, ofObject, buffer, size);
+        const char* const text = locale.*kLocaleText[place].bytes;
+        return {text, boundedLength(text, size - 1)};
     }
 };
 
