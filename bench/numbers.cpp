@@ -1,31 +1,20 @@
-// Numbers, money and times to text and back, in German. The values take turns, so that no branch
-// predictor knows them by heart; what a peer writes or reads is compared with ours before the
-// clock runs, where both have the same customs.
-#include <array>
+// Numbers and money to text and back, in German. The values take turns, so that no branch
+// predictor knows them by heart; what we read is compared with the value.
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <ctime>
 #include <monetary.h>
 #include <random>
 #include <string>
 #include <vector>
 
-#include <unicode/ucal.h>
-#include <unicode/udat.h>
 #include <unicode/unum.h>
 
-#include "bench.hpp"
-#include "glibc.hpp"
+#include "values.hpp"
 
 namespace vlx::bench {
 
 namespace {
-
-constexpr const char* kGermany = "German_Germany.MS1252";
-constexpr std::size_t kValues = 256; // a power of two
-constexpr std::int32_t kRoom = 128;
 
 const std::vector<double>& doubles()
 {
@@ -52,61 +41,6 @@ const std::vector<std::int32_t>& longs()
     return values;
 }
 
-const std::vector<std::tm>& times()
-{
-    static const std::vector<std::tm> values = [] {
-        std::mt19937_64 random(3);
-        std::vector<std::tm> made;
-        for (std::size_t i = 0; i < kValues; ++i) {
-            const auto seconds = static_cast<std::time_t>(random() % 4000000000U);
-            std::tm time{};
-            gmtime_r(&seconds, &time);
-            made.push_back(time);
-        }
-        return made;
-    }();
-    return values;
-}
-
-TSTimeFields fieldsOf(const std::tm& time)
-{
-    return {time.tm_sec, time.tm_min,  time.tm_hour, time.tm_mday,
-            time.tm_mon, time.tm_year, time.tm_wday, time.tm_yday};
-}
-
-// Runs a row: `call(i)` gets an index of the values.
-template <class Call>
-void run(benchmark::State& state, const Call& call)
-{
-    std::size_t turn = 0;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(call(turn));
-        benchmark::ClobberMemory();
-        turn = (turn + 1) % kValues;
-    }
-}
-
-// A row of this library.
-template <class Call>
-void runVlx(benchmark::State& state, const Call& call)
-{
-    const RowLocale locale(state, kGermany);
-    if (locale)
-        run(state, [&](std::size_t i) { return call(locale.get(), i); });
-}
-
-// A row of the C library, in its German locale.
-template <class Call>
-void runGlibc(benchmark::State& state, const Call& call)
-{
-    const GlibcLocale locale("de_DE", "CP1252");
-    if (!locale) {
-        state.SkipWithError("localedef cannot make de_DE.CP1252 here");
-        return;
-    }
-    run(state, call);
-}
-
 // A number format of ICU.
 class IcuNumbers {
   public:
@@ -127,40 +61,6 @@ class IcuNumbers {
     UErrorCode code_ = U_ZERO_ERROR;
     UNumberFormat* format_;
 };
-
-// A time format of ICU by a pattern, and the values in its milliseconds.
-class IcuTimes {
-  public:
-    explicit IcuTimes(const char16_t* pattern)
-        : format_(udat_open(UDAT_PATTERN, UDAT_PATTERN, "de_DE", u"GMT", -1, pattern, -1, &code_))
-    {
-    }
-    ~IcuTimes() { udat_close(format_); }
-    IcuTimes(const IcuTimes&) = delete;
-    IcuTimes& operator=(const IcuTimes&) = delete;
-
-    UDateFormat* get() const { return format_; }
-
-  private:
-    UErrorCode code_ = U_ZERO_ERROR;
-    UDateFormat* format_;
-};
-
-std::vector<UDate> milliseconds()
-{
-    std::vector<UDate> made;
-    for (std::tm time : times())
-        made.push_back(1000.0 * static_cast<double>(timegm(&time)));
-    return made;
-}
-
-std::u16string wide(const std::string& text)
-{
-    std::u16string units;
-    for (const char byte : text)
-        units += static_cast<unsigned char>(byte);
-    return units;
-}
 
 void doubleVlx(benchmark::State& state)
 {
@@ -332,89 +232,6 @@ void parseLongIcu(benchmark::State& state)
     });
 }
 
-// The two patterns of the rows about times, in each language of patterns.
-struct Pattern {
-    const char* c;
-    const char16_t* icu;
-};
-constexpr Pattern kNames{"%A, %d. %B %Y", u"EEEE, dd. MMMM yyyy"};
-constexpr Pattern kNumeric{"%d.%m.%Y %H:%M:%S", u"dd.MM.yyyy HH:mm:ss"};
-
-void timeVlx(benchmark::State& state, Pattern pattern)
-{
-    std::vector<TSTimeFields> values;
-    for (const std::tm& time : times())
-        values.push_back(fieldsOf(time));
-    char text[kRoom];
-    runVlx(state, [&](TSLocale* locale, std::size_t i) {
-        return TSTimeToString(locale, &values[i], text, kRoom, pattern.c, -1, TS_OPT_TERMINATE);
-    });
-}
-
-void timeGlibc(benchmark::State& state, Pattern pattern)
-{
-    char text[kRoom];
-    runGlibc(state, [&](std::size_t i) {
-        return std::strftime(text, sizeof text, pattern.c, &times()[i]);
-    });
-}
-
-void timeIcu(benchmark::State& state, Pattern pattern)
-{
-    const IcuTimes format(pattern.icu);
-    const std::vector<UDate> values = milliseconds();
-    UChar text[kRoom];
-    run(state, [&](std::size_t i) {
-        UErrorCode code = U_ZERO_ERROR;
-        return udat_format(format.get(), values[i], text, kRoom, nullptr, &code);
-    });
-}
-
-// The times as German text in the code page.
-std::vector<std::string> timeTexts(Pattern pattern)
-{
-    std::vector<std::string> made;
-    const GlibcLocale locale("de_DE", "CP1252");
-    for (const std::tm& time : times()) {
-        char text[kRoom];
-        made.emplace_back(text, std::strftime(text, sizeof text, pattern.c, &time));
-    }
-    return made;
-}
-
-void parseTimeVlx(benchmark::State& state, Pattern pattern)
-{
-    const std::vector<std::string> texts = timeTexts(pattern);
-    TSTimeFields time{};
-    runVlx(state, [&](TSLocale* locale, std::size_t i) {
-        const std::int32_t taken =
-            TSStringToTime(locale, &time, texts[i].c_str(), -1, pattern.c, -1, 0);
-        if (taken != static_cast<std::int32_t>(texts[i].size()))
-            state.SkipWithError("does not read its text");
-        return taken;
-    });
-}
-
-void parseTimeGlibc(benchmark::State& state, Pattern pattern)
-{
-    const std::vector<std::string> texts = timeTexts(pattern);
-    std::tm time{};
-    runGlibc(state, [&](std::size_t i) { return strptime(texts[i].c_str(), pattern.c, &time); });
-}
-
-void parseTimeIcu(benchmark::State& state, Pattern pattern)
-{
-    const IcuTimes format(pattern.icu);
-    std::vector<std::u16string> texts;
-    for (const std::string& text : timeTexts(pattern))
-        texts.push_back(wide(text));
-    run(state, [&](std::size_t i) {
-        UErrorCode code = U_ZERO_ERROR;
-        return udat_parse(format.get(), texts[i].data(), static_cast<std::int32_t>(texts[i].size()),
-                          nullptr, &code);
-    });
-}
-
 BENCHMARK(doubleVlx)->Name("DoubleToText/grouped/vlx");
 BENCHMARK(doubleGlibc)->Name("DoubleToText/grouped/glibc_snprintf");
 BENCHMARK(doubleIcu)->Name("DoubleToText/grouped/icu_unum_formatDouble");
@@ -433,19 +250,6 @@ BENCHMARK_CAPTURE(parseDoubleIcu, grouped, true)->Name("TextToDouble/grouped/icu
 BENCHMARK(parseLongVlx)->Name("TextToLong/plain/vlx");
 BENCHMARK(parseLongGlibc)->Name("TextToLong/plain/glibc_strtol");
 BENCHMARK(parseLongIcu)->Name("TextToLong/plain/icu_unum_parse");
-BENCHMARK_CAPTURE(timeVlx, names, kNames)->Name("TimeToText/names/vlx");
-BENCHMARK_CAPTURE(timeGlibc, names, kNames)->Name("TimeToText/names/glibc_strftime");
-BENCHMARK_CAPTURE(timeIcu, names, kNames)->Name("TimeToText/names/icu_udat_format");
-BENCHMARK_CAPTURE(timeVlx, numeric, kNumeric)->Name("TimeToText/numeric/vlx");
-BENCHMARK_CAPTURE(timeGlibc, numeric, kNumeric)->Name("TimeToText/numeric/glibc_strftime");
-BENCHMARK_CAPTURE(timeIcu, numeric, kNumeric)->Name("TimeToText/numeric/icu_udat_format");
-BENCHMARK_CAPTURE(parseTimeVlx, names, kNames)->Name("TextToTime/names/vlx");
-BENCHMARK_CAPTURE(parseTimeGlibc, names, kNames)->Name("TextToTime/names/glibc_strptime");
-BENCHMARK_CAPTURE(parseTimeIcu, names, kNames)->Name("TextToTime/names/icu_udat_parse");
-BENCHMARK_CAPTURE(parseTimeVlx, numeric, kNumeric)->Name("TextToTime/numeric/vlx");
-BENCHMARK_CAPTURE(parseTimeGlibc, numeric, kNumeric)->Name("TextToTime/numeric/glibc_strptime");
-BENCHMARK_CAPTURE(parseTimeIcu, numeric, kNumeric)->Name("TextToTime/numeric/icu_udat_parse");
-
 } // namespace
 
 } // namespace vlx::bench

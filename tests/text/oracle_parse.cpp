@@ -308,6 +308,34 @@ class Machine {
     double exponentSign_ = 1;
 };
 
+// Takes the digits behind the first one; true if the number is too large.
+template <class ReadNext>
+bool takeDigits(const ReadNext& readNext, const std::int32_t& token, std::int32_t base,
+                bool isUnsigned, std::uint32_t& value)
+{
+    const std::uint32_t limit = 0xFFFFFFFFu / static_cast<std::uint32_t>(base) + 1;
+    bool limited = false;
+    bool overflow = false;
+    while (readNext()) {
+        if (token == 42)
+            continue;
+        if (token < 0 || token >= base)
+            break;
+        if (limited) {
+            overflow = true;
+            break;
+        }
+        value = value * static_cast<std::uint32_t>(base) + static_cast<std::uint32_t>(token);
+        if (value >= limit)
+            limited = true;
+        if (!isUnsigned && value > 0x7FFFFFFF) {
+            overflow = true;
+            break;
+        }
+    }
+    return overflow;
+}
+
 } // namespace
 
 Parsed<double> stringToDouble(const TextLocale& locale, Member member, const Source& source,
@@ -397,32 +425,13 @@ Parsed<std::int32_t> stringToLong(const TextLocale& locale, Member member, const
         } else if (base == 0) {
             base = 10;
         }
-        const std::uint32_t limit = 0xFFFFFFFFu / static_cast<std::uint32_t>(base) + 1;
         std::uint32_t value = 0;
         if (!(base == 16 && token == 33)) {
             if (token >= base)
                 return 0;
             value = static_cast<std::uint32_t>(token);
         }
-        bool limited = false;
-        bool overflow = false;
-        while (readNext()) {
-            if (token == 42)
-                continue;
-            if (token < 0 || token >= base)
-                break;
-            if (limited) {
-                overflow = true;
-                break;
-            }
-            value = value * static_cast<std::uint32_t>(base) + static_cast<std::uint32_t>(token);
-            if (value >= limit)
-                limited = true;
-            if (!isUnsigned && value > 0x7FFFFFFF) {
-                overflow = true;
-                break;
-            }
-        }
+        const bool overflow = takeDigits(readNext, token, base, isUnsigned, value);
         if (isUnsigned)
             return overflow ? 0xFFFFFFFF : value;
         if (overflow)

@@ -163,7 +163,7 @@ class Writer {
     {
     }
 
-    // Steps 7 and 8.
+    // The walk through a pattern, and its code.
     std::int32_t write(const Units& pattern, std::int32_t length, std::int32_t patternState)
     {
         std::ptrdiff_t at = 0;

@@ -19,7 +19,7 @@ class Reader {
     {
     }
 
-    // Steps 2 to 6.
+    // The walk through pattern and text, and its code.
     std::int32_t read(const Units& pattern, std::ptrdiff_t length, std::int32_t patternState)
     {
         std::ptrdiff_t p = 0;

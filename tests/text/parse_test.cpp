@@ -79,6 +79,15 @@ TEST(StringToDouble, TakesSeparatorsBetweenAnyDigits)
               (Double{1.2, 3, 0}));
 }
 
+TEST(StringToDouble, WhiteSpaceEndsANumberEvenIfItIsTheSeparator)
+{
+    LocaleSpec spec = LocaleSpec::builtin();
+    spec.separators[1] = u' ';
+    Formatted locale(spec);
+    EXPECT_EQ(locale.number(1234567.0).text, "1 234 567.00");
+    EXPECT_EQ(readDouble(locale, "1 234 567.00"), (Double{1, 1, 0}));
+}
+
 TEST(StringToDouble, TakesAPointWithDigitsOnOneSide)
 {
     EXPECT_EQ(readDouble(".5"), (Double{0.5, 2, 0}));

@@ -1,6 +1,9 @@
 // The command line of `vlx format` and `vlx parse`, and their help.
 #include "format.hpp"
 
+#include <algorithm>
+#include <iterator>
+
 namespace vlx::cli {
 
 namespace {
@@ -66,6 +69,7 @@ void TextCommands::addFormat(CLI::App& app)
     format->require_subcommand(1);
     format->fallthrough();
     addLocale(format, format_.locale);
+    addCommon(format, format_);
 
     formatNumber_ = format->add_subcommand("number", "Write a number");
     formatNumber_->add_option("VALUE", format_.value, "The number, such as -1234.5")
@@ -88,10 +92,8 @@ void TextCommands::addFormat(CLI::App& app)
         ->default_val("%c")
         ->type_name("PATTERN");
     formatTime_->footer(kFormatPatterns);
-    for (CLI::App* const command : {formatNumber_, formatMoney_, formatTime_}) {
+    for (CLI::App* const command : {formatNumber_, formatMoney_, formatTime_})
         command->fallthrough();
-        addCommon(command, format_);
-    }
 }
 
 void TextCommands::addParse(CLI::App& app)
@@ -101,6 +103,7 @@ void TextCommands::addParse(CLI::App& app)
     parse->require_subcommand(1);
     parse->fallthrough();
     addLocale(parse, parse_.locale);
+    addCommon(parse, parse_);
 
     parseNumber_ = parse->add_subcommand("number", "Read a number");
     parseMoney_ =
@@ -120,10 +123,8 @@ void TextCommands::addParse(CLI::App& app)
         ->default_val("%c")
         ->type_name("PATTERN");
     parseTime_->footer(kParsePatterns);
-    for (CLI::App* const command : {parseNumber_, parseMoney_, parseTime_}) {
+    for (CLI::App* const command : {parseNumber_, parseMoney_, parseTime_})
         command->fallthrough();
-        addCommon(command, parse_);
-    }
 }
 
 bool TextCommands::parsed() const
