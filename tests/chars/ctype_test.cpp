@@ -118,6 +118,7 @@ TEST(BuiltinTypes, ABadKindGivesTheClassOfTheByte)
     TSObject object{};
     object.id = 1;
     object.sections[0] = reinterpret_cast<const std::uint8_t*>(&kBuiltinCodePage);
+    object.sections[2] = object.sections[0];
     TSLocale locale = localeOn(object);
     EXPECT_EQ(TSGetCharType(&locale, "A", 5), 0x213u);
     EXPECT_EQ(locale.lastError, TS_ERR_ARGUMENT);
