@@ -178,7 +178,8 @@ class LongReader {
                 return 0;
             value = static_cast<std::uint32_t>(last_);
         }
-        return result(value, takeDigits(value, static_cast<std::uint32_t>(base)));
+        const bool overflows = takeDigits(value, static_cast<std::uint32_t>(base));
+        return result(value, overflows);
     }
 
     // Where the parse stopped: at the last token.
