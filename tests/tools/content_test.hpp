@@ -27,7 +27,7 @@ using vlx::data::Object;
 inline const std::filesystem::path& root()
 {
     static const std::filesystem::path path =
-        std::filesystem::path(__FILE__).parent_path().parent_path().parent_path();
+        std::filesystem::path(VLX_DATA_DIRECTORY).parent_path();
     return path;
 }
 
