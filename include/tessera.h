@@ -771,14 +771,14 @@ TS_API TSStream* TSOpenStream(TSLocale* locale, TSStreamIo io, TSContext context
 TS_API int32_t TSCloseStream(TSStream* stream, TSLocale* locale);
 
 /**
- * Delivers what a writer holds. If that fails, the held bytes are dropped: TS_ERR_STREAM_FLUSH. Of a
- * reader it drops what was pushed back.
+ * Delivers what a writer holds. If that fails, the held bytes are dropped: TS_ERR_STREAM_FLUSH. Of
+ * a reader it drops what was pushed back.
  */
 TS_API int32_t TSFlushStream(TSStream* stream, TSLocale* locale);
 
 /**
- * The packed value of the next character, or -1. At the end of the data there is no error; else it is
- * TS_ERR_STREAM_CUT where the data ended inside a character, TS_ERR_STREAM_READ where the read
+ * The packed value of the next character, or -1. At the end of the data there is no error; else it
+ * is TS_ERR_STREAM_CUT where the data ended inside a character, TS_ERR_STREAM_READ where the read
  * failed there, or TS_ERR_STREAM_COUNT for a failure in front of a character and for a count that
  * was not asked for. The bytes of a cut character are held, and the next call goes on behind them.
  */
@@ -821,8 +821,8 @@ TS_API int32_t TSReadStringW(TSStream* stream, TSLocale* locale, TSChar32* outpu
 
 /**
  * Puts a character in front of what is to be read; TS_ERR_BUFFER if the stream holds too much.
- * TSUngetCharEx() takes one shift byte in front of the character for its state, and keeps apart what
- * is held in the other state, as TSUngetCharW() does.
+ * TSUngetCharEx() takes one shift byte in front of the character for its state, and keeps apart
+ * what is held in the other state, as TSUngetCharW() does.
  */
 TS_API int32_t TSUngetChar(TSStream* stream, TSLocale* locale, const char* character);
 TS_API int32_t TSUngetCharEx(TSStream* stream, TSLocale* locale, const char* character,
@@ -831,9 +831,9 @@ TS_API int32_t TSUngetCharU(TSStream* stream, TSLocale* locale, TSChar16 value);
 TS_API int32_t TSUngetCharW(TSStream* stream, TSLocale* locale, TSChar32 value);
 
 /**
- * Writes a character. If `io` does not take it, it is held and goes out with a later write or flush:
- * TS_ERR_STREAM_HELD. If the stream holds too much for that, the character is lost: TS_ERR_BUFFER.
- * TSWriteCharEx() writes the shift byte that leads to the state of the character.
+ * Writes a character. If `io` does not take it, it is held and goes out with a later write or
+ * flush: TS_ERR_STREAM_HELD. If the stream holds too much for that, the character is lost:
+ * TS_ERR_BUFFER. TSWriteCharEx() writes the shift byte that leads to the state of the character.
  */
 TS_API int32_t TSWriteChar(TSStream* stream, TSLocale* locale, const char* character);
 TS_API int32_t TSWriteCharEx(TSStream* stream, TSLocale* locale, const char* character,

@@ -34,8 +34,8 @@ TEST(Examples, FirstProgramWalksItsText)
     EXPECT_EQ(text.substr(text.rfind('\n', text.size() - 2) + 1), "12 characters\n");
 }
 
-// The output was read by somebody who reads German and English, and the Japanese was checked against
-// the sources.
+// The output was read by somebody who reads German and English, and the Japanese was checked
+// against the sources.
 TEST(Examples, TheReportsOfThreeOfficesAreTheGoldenOnes)
 {
     const Workshop workshop;
