@@ -30,8 +30,6 @@
 #define TS_API __attribute__((visibility("default")))
 #elif defined(VLX_STATIC)
 #define TS_API
-#elif defined(VLX_BUILD)
-#define TS_API __declspec(dllexport)
 #else
 #define TS_API __declspec(dllimport)
 #endif

@@ -4,7 +4,7 @@
 
 #include "chars/runs.hpp"
 
-#if defined(__SSE2__)
+#if defined(VLX_SSE2)
 #include <tmmintrin.h>
 #endif
 
@@ -19,7 +19,7 @@ ByteSet::ByteSet(const bool (&has)[0x100])
     }
 }
 
-#if defined(__SSE2__)
+#if defined(VLX_SSE2)
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Runs of characters that are the same number in a code page and in Unicode, sixteen at a time. All
 // that is made for one kind of processor stands here: SSE2, which every x86-64 has, and beside it
-// the same by words of eight bytes, which any machine can do.
+// the same by words of eight bytes, which any machine can do; VLX_PORTABLE chooses that one.
 #pragma once
 
 #include <bit>
@@ -10,7 +10,8 @@
 
 #include "chars/codepage.hpp"
 
-#if defined(__SSE2__)
+#if defined(__SSE2__) && !defined(VLX_PORTABLE)
+#define VLX_SSE2
 #include <emmintrin.h>
 #endif
 
@@ -72,7 +73,7 @@ std::uint64_t wordAt(const Unit* at)
     return word;
 }
 
-#if defined(__SSE2__)
+#if defined(VLX_SSE2)
 
 inline constexpr bool kBlocksKnowLatin = true;
 
