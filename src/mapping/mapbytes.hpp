@@ -116,18 +116,15 @@ class PlainOutput {
     }
     std::int32_t written() const { return written_; }
 
-    // Maps bytes to bytes while they fit and `ends` is false of them, and gives their number.
-    template <class Ends>
-    std::int32_t putRun(const std::uint8_t* table, const char* bytes, std::int32_t count,
-                        const Ends& ends)
+    std::int32_t room() const { return size_ - written_; }
+
+    // Maps bytes to bytes, of which there are no more than there is room for.
+    void putRun(const std::uint8_t* table, const char* bytes, std::int32_t count)
     {
-        count = std::min(count, size_ - written_);
-        char* const to = output_ + written_;
-        std::int32_t done = 0;
-        for (; done < count && !ends(bytes[done]); ++done)
-            to[done] = static_cast<char>(table[static_cast<std::uint8_t>(bytes[done])]);
-        written_ += done;
-        return done;
+        std::transform(bytes, bytes + count, output_ + written_, [table](char byte) {
+            return static_cast<char>(table[static_cast<std::uint8_t>(byte)]);
+        });
+        written_ += count;
     }
 
   private:

@@ -5,6 +5,7 @@
 
 #include "chars/runs.hpp"
 #include "mapping/mapstr.hpp"
+#include "mapping/pairruns.hpp"
 
 namespace vlx {
 
@@ -58,11 +59,11 @@ std::int32_t mapPairs(const TSObject* language, PairTable table, MapTarget<Unit>
                       const MapRun& mapRun)
 {
     const PairStarts starts(language, table);
+    const PlainSet plain = PlainSet::ofUnits(starts.passAscii() ? kAsciiUnits : 0);
     std::int32_t written = 0;
     for (std::int32_t i = 0; i < source.length;) {
-        std::int32_t run = i;
-        while (run < source.length && !starts.has(unicodeOf(source.units[run])))
-            ++run;
+        const std::int32_t run =
+            i + beforePair(starts, plain, source.units + i, source.length - i, unicodeOf);
         const std::int32_t room = target.size - written;
         const std::int32_t mapped = mapRun(MapTarget<Unit>{target.units + written, room},
                                            MapSource<Unit>{source.units + i, run - i});

@@ -1,6 +1,6 @@
 // TSMapString: the image of a string under a mapping, by the tables of its code page.
-#include "chars/runs.hpp"
 #include "mapping/mapbytes.hpp"
+#include "mapping/pairruns.hpp"
 
 TS_TRACE_UNIT("tsmapstr");
 
@@ -49,11 +49,15 @@ int32_t mapSinglePairs(const TSLocale& locale, const Mapping& mapping, bool leap
     const vlx::PairStarts starts(locale.language, mapping.pairs());
     const vlx::MultiMap form{{locale.codePage}};
     vlx::PairImages<vlx::MultiMap> images(form, locale.language, mapping, leaps);
-    const auto beginsPair = [&](char byte) {
-        return starts.has(page.toUnicode[static_cast<uint8_t>(byte)]);
+    const auto plain =
+        vlx::PlainSet::ofBytes(starts.passAscii() ? locale.pageTraits & vlx::kAsciiBytes : 0);
+    const auto unicodeOf = [&page](char byte) {
+        return page.toUnicode[static_cast<uint8_t>(byte)];
     };
     do {
-        const int32_t run = output.putRun(table, text.at, text.left(), beginsPair);
+        const int32_t run = vlx::beforePair(
+            starts, plain, text.at, std::min(text.left(), output.room()), unicodeOf);
+        output.putRun(table, text.at, run);
         text.at += run;
         if (run > 0)
             images.passMisses();

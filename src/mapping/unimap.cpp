@@ -102,8 +102,10 @@ vlx::PairStarts::PairStarts(const TSObject* language, PairTable table)
     for (unsigned i = 0; i < pairs.count; ++i) {
         const unsigned first = pairs.entries[i].first;
         starts_[first / kBits % kWords] |= std::uint64_t{1} << first % kBits;
-        leaveAscii_ = leaveAscii_ && first >= 0x80 && pairs.entries[i].second == 0;
+        passAscii_ = passAscii_ && first >= 0x80;
+        leaveAscii_ = leaveAscii_ && pairs.entries[i].second == 0;
     }
+    leaveAscii_ = leaveAscii_ && passAscii_;
 }
 
 std::int32_t TSLangMapPair(const TSObject* language, TSChar16 first, TSChar16 second,

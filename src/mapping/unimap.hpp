@@ -60,6 +60,9 @@ class PairStarts {
 
     bool has(TSChar16 value) const { return starts_[value / kBits % kWords] >> value % kBits & 1; }
 
+    // Whether no pair begins with an ASCII character.
+    bool passAscii() const { return passAscii_; }
+
     // Whether ASCII characters and two characters in a row are never replaced.
     bool leaveAscii() const { return leaveAscii_; }
 
@@ -68,6 +71,7 @@ class PairStarts {
     static constexpr int kBits = 64;
 
     std::uint64_t starts_[kWords] = {};
+    bool passAscii_ = true;
     bool leaveAscii_ = true;
 };
 
