@@ -11,6 +11,7 @@
 #include <bit>
 #include <cstring>
 #include <optional>
+#include <type_traits>
 
 #include "collate/next.hpp"
 
@@ -165,9 +166,12 @@ class QuickSide {
         return asFound();
     }
 
+    // Behind an expansion the positions of the texts can part, and what is skipped can have some.
     [[gnu::noinline]] Found expand(TSChar16 value)
     {
         SortElements found;
+        if (!sort_.traits.isWithout4)
+            return Found::kOther;
         if (lookUpExpansion(sort_, value, found) == 0)
             return Found::kOther;
         element = found.first;
@@ -210,14 +214,14 @@ std::int32_t firstLetters(const Form& form, const Sort& sort, Text<Form> text1, 
 template <class Form>
 class QuickComparison {
   public:
-    // Whether a sort allows it: positions count, and those of a sort with contractions depend on
-    // how the text before was read.
+    // Whether a sort allows it. With contractions positions depend on how the text before was read,
+    // and so does where stateful text ends: reading ahead passes shift bytes.
     static bool isFor(const Sort& sort)
     {
         const TSSortTraits& traits = sort.traits;
         return (traits.forwardLevels & forwardBit(1)) &&
                (traits.forwardLevels | traits.backwardLevels) == kAllForward &&
-               (!sort.hasContractions() || traits.isWithout4);
+               (!sort.hasContractions() || (traits.isWithout4 && !std::is_same_v<Form, ShiftForm>));
     }
 
     QuickComparison(const Form& form, const Sort& sort, const Text<Form>& text1,

@@ -151,6 +151,21 @@ TEST(Collation, AnExpansionAtTheVeryEndCountsWithItsFirstElement)
     EXPECT_EQ(latin.compare("a\xB2z", "asz"), 1);
 }
 
+// An expansion is one character, so that what follows it stands at another position than behind two
+// letters, also where the rest of both texts is the same.
+TEST(Collation, PositionsBehindAnExpansionAreThoseOfEachText)
+{
+    SortBuilder order = latinSort();
+    order.expansion(0xB2, {letterWeight('s')}, {letterWeight('s')});
+    SortedLatin latin(std::move(order));
+    EXPECT_EQ(latin.compare("\xB2", "s"), 0);
+    EXPECT_EQ(latin.compare("\xB2x", "ssx"), 0);
+    EXPECT_EQ(latin.compare("\xB2-", "ss-"), 2 - 3);
+    EXPECT_EQ(latin.compare("ss-x", "\xB2-x"), 3 - 2);
+    EXPECT_EQ(latin.compare("x\xB2-ss", "xss-\xB2"), 3 - 4);
+    EXPECT_EQ(latin.compare("\xB2ss-", "ss\xB2-"), 0) << "in step again";
+}
+
 TEST(Collation, AccentsThatAreBackwardAreComparedInReverse)
 {
     SortBuilder order = latinSort();
@@ -278,6 +293,73 @@ TEST(Collation, ShiftBytesSetTheStateAndAreNoCharacters)
     EXPECT_EQ(compare("\x42\x81", 1, "\x42\x60", 1), 0x20);
     EXPECT_EQ(compare("\x42\x81\x0F", 1, "\x42\x81", 1), 0);
     EXPECT_EQ(compare("\x42\x81\x42", 1, "\x42\x81", 1), 0) << "cut off";
+}
+
+// A locale of stateful text by a sort of letters alone, where '$' is two s, with a contraction or
+// without.
+struct ShiftedLetters : SortLocale {
+    ShiftedLetters(PageBuilder built, bool hasContraction)
+        : SortLocale(std::move(built), letters(hasContraction))
+    {
+    }
+
+    static SortBuilder letters(bool hasContraction)
+    {
+        SortBuilder order;
+        for (char letter = 'a'; letter <= 'z'; ++letter)
+            order.letter(static_cast<TSChar16>(letter), {letterWeight(letter)});
+        order.expansion('$', {letterWeight('s')}, {letterWeight('s')});
+        if (hasContraction)
+            order.contraction('q', 'q', {0x0700});
+        return order;
+    }
+
+    std::int32_t compare(const std::string& first, const std::string& second)
+    {
+        return TSStrcollEx(handle(), first.data(), 0, SortedLatin::lengthOf(first), second.data(),
+                           0, SortedLatin::lengthOf(second), 0);
+    }
+
+    WorkingMemory memory;
+};
+
+// Deliberate: where a sort has contractions, the shift byte behind a character is passed when the
+// next character is looked for.
+TEST(Collation, ReadingAheadPassesShiftBytes)
+{
+    ShiftedLetters plain(shiftPage(), false);
+    ShiftedLetters pairs(shiftPage(), true);
+    for (ShiftedLetters* letters : {&plain, &pairs}) {
+        EXPECT_EQ(letters->compare("s", "$"), 0) << "both texts end together";
+        EXPECT_EQ(letters->compare("$", "s"), 0);
+        EXPECT_EQ(letters->compare("s\x0Fs", "$"), 0);
+        EXPECT_EQ(letters->compare("sx", "$"), step('s', 'x'));
+    }
+    EXPECT_EQ(plain.compare("s\x0F", "$"), -1) << "the shift byte is still to come";
+    EXPECT_EQ(plain.compare("$", "s\x0F"), 1);
+    EXPECT_EQ(pairs.compare("s\x0F", "$"), 0) << "the shift byte is behind both";
+    EXPECT_EQ(pairs.compare("$", "s\x0F"), 0);
+    EXPECT_EQ(pairs.compare("qq\x0F", "qq"), 0);
+}
+
+// Deliberate: reading ahead passes one shift byte, and reading another.
+TEST(Collation, ACharacterThatReadingAheadFindsCutOffIsLookedForAgain)
+{
+    const auto page = [] {
+        PageBuilder built(PageShape::kStateful3);
+        built.asciiHalf().shifts(0x0E, 0x0F).build();
+        return built;
+    };
+    ShiftedLetters plain(page(), false);
+    ShiftedLetters pairs(page(), true);
+    const std::string shifted = "a\x0E\x0F" // behind the first of them three bytes are wanted
+                                "b";
+    EXPECT_EQ(plain.compare(shifted, "ab"), -1);
+    EXPECT_EQ(plain.compare("ab", shifted), 1);
+    EXPECT_EQ(pairs.compare(shifted, "ab"), 0);
+    EXPECT_EQ(pairs.compare("ab", shifted), 0);
+    EXPECT_EQ(pairs.compare(shifted, "ac"), -step('b', 'c'));
+    EXPECT_EQ(pairs.compare(shifted.substr(1), "b"), -1) << "nothing was read before";
 }
 
 TEST(Collation, LengthsCanCountCharacters)

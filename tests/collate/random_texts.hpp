@@ -45,6 +45,8 @@ struct UnitPair {
         for (std::uint64_t blanks = random() % 3; blanks > 0 && isTerminated(first); --blanks)
             first.insert(first.end() - 1, kPacked ? random() % 2 == 0 ? 0x20 : 0x40 : 0x2000);
         second = sorted.variantOf(random, first, kPacked);
+        if (random() % 4 == 0)
+            sorted.insertTwins(random, first, second, kPacked);
         length1 = anyLength(random, first.size(), isTerminated(first));
         length2 = anyLength(random, second.size(), isTerminated(second));
     }
