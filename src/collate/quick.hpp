@@ -75,13 +75,18 @@ inline std::int32_t sameCharacters(const ShiftForm&, const Text<ShiftForm>&, con
 }
 
 // Such a run, as far as a character that begins no contraction: what follows it begins an element.
+// A character that can be lost where it is read ahead is no part of it.
 template <class Form>
 std::int32_t withoutOpenPair(const Form& form, const Sort& sort, const Text<Form>& text,
                              std::int32_t units)
 {
-    while (units > 0 && sort.mayBeginPair(form.unicode({text.at + units - 1, text.end})))
-        --units;
-    return units;
+    const auto valueAt = [&](std::int32_t at) { return form.unicode({text.at + at, text.end}); };
+    std::int32_t kept = 0;
+    while (kept < units && valueAt(kept) != CollationCursor<Form>::kNothing)
+        ++kept;
+    while (kept > 0 && sort.mayBeginPair(valueAt(kept - 1)))
+        --kept;
+    return kept;
 }
 inline std::int32_t withoutOpenPair(const MultiForm&, const Sort&, const Text<MultiForm>&,
                                     std::int32_t)

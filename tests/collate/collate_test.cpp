@@ -113,6 +113,41 @@ TEST(Collation, AContractionIsOneLetter)
     EXPECT_EQ(latin.compare("hch", "hch"), 0);
 }
 
+// Deliberate: the value stands for nothing read ahead, but the text is counted as if it went on.
+TEST(Collation, AnUnpairedFFFFThatWasReadAheadIsLost)
+{
+    const WorkingMemory memory;
+    const auto letters = [](bool hasContraction) {
+        SortBuilder order;
+        for (char letter = 'a'; letter <= 'z'; ++letter)
+            order.letter(static_cast<TSChar16>(letter), {letterWeight(letter)});
+        order.expansion('$', {letterWeight('s')}, {letterWeight('s')}).letter(0xFFFF, {0x0900});
+        if (hasContraction)
+            order.contraction('q', 'q', {0x0700}).contraction('p', 0xFFFF, {0x0800});
+        return order;
+    };
+    SortLocale plain(latinPage(), letters(false));
+    SortLocale pairs(latinPage(), letters(true));
+    const auto compare = [](SortLocale& locale, const std::vector<TSChar16>& first,
+                            const std::vector<TSChar16>& second) {
+        return TSStrcollU(locale.handle(), first.data(), static_cast<int>(first.size()),
+                          second.data(), static_cast<int>(second.size()), 0);
+    };
+    EXPECT_EQ(compare(plain, {'a', 0xFFFF, 'b'}, {'a', 'b'}), 0x0900 - letterWeight('b'));
+    EXPECT_EQ(compare(pairs, {'a', 0xFFFF, 'b'}, {'a', 'b'}), 0);
+    EXPECT_EQ(compare(pairs, {'a', 0xFFFF, 'b'}, {'a', 0xFFFF, 'c'}), -step('b', 'c'));
+    EXPECT_EQ(compare(pairs, {0xFFFF, 'b'}, {'b'}), 0x0900 - letterWeight('b'))
+        << "it was not read ahead";
+    EXPECT_EQ(compare(pairs, {'q', 'q', 0xFFFF}, {'q', 'q', 'b'}), 0x0900 - letterWeight('b'));
+    EXPECT_EQ(compare(pairs, {'p', 0xFFFF}, {'q', 'q'}), 0x0100) << "it is paired";
+    // The loss lets the text with the letter go on, so that the second letter of the other counts.
+    EXPECT_EQ(compare(pairs, {'a', 's'}, {'a', '$'}), 0);
+    EXPECT_EQ(compare(pairs, {'a', 0xFFFF, 's'}, {'a', '$'}), -1);
+    EXPECT_EQ(compare(pairs, {'a', 0xFFFF, 's'}, {'a', 0xFFFF, '$'}), -1);
+    EXPECT_EQ(compare(pairs, {'a', 0xFFFF, '$'}, {'a', 0xFFFF, 's'}), 1);
+    EXPECT_EQ(compare(plain, {'a', 0xFFFF, 's'}, {'a', 0xFFFF, '$'}), 0);
+}
+
 // Deliberate: a character that was read ahead does not move the position.
 TEST(Collation, PositionsInASortWithContractionsCountFreshReads)
 {

@@ -88,10 +88,8 @@ unsigned packedUnicode(const Page& page, std::uint32_t value)
 ReadCharacter unitReader(const Locale& locale, const Units& text, std::int32_t length, bool packed)
 {
     return [&locale, &text, length, packed](Cursor& cursor, unsigned& value) {
-        if (cursor.remaining == 0)
+        if (cursor.remaining == 0 || cursor.place == length) // a value that was lost still counts
             return false;
-        if (cursor.place >= length)
-            throw StrayRead();
         const std::uint32_t unit = text.at(static_cast<std::size_t>(cursor.place));
         value = packed ? packedUnicode(locale.page, unit) : unit;
         cursor.place += 1;
