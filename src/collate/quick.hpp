@@ -232,7 +232,7 @@ class QuickComparison {
     QuickComparison(const Form& form, const Sort& sort, const Text<Form>& text1,
                     const Text<Form>& text2)
         : form_(form), sort_(sort), side1_(form, sort, text1), side2_(form, sort, text2),
-          start1_(text1), start2_(text2)
+          start1_(text1), start2_(text2), measured_(text1.at)
     {
     }
 
@@ -297,12 +297,16 @@ class QuickComparison {
     }
 
     // Moves over characters that are the same in both texts. Their elements are the same, whatever
-    // they are, as long as no contraction reaches over the end of the run.
+    // they are, as long as no contraction reaches over the end of the run. What cannot be skipped
+    // of a run is read, and not measured again.
     void skipSame()
     {
+        if (side1_.text.at < measured_)
+            return;
         std::int32_t units = sameCharacters(form_, side1_.text, side2_.text);
         if (units == 0)
             return;
+        measured_ = side1_.text.at + units;
         if (sort_.hasContractions())
             units = withoutOpenPair(form_, sort_, side1_.text, units);
         side1_.text.at += units;
@@ -326,6 +330,7 @@ class QuickComparison {
     QuickSide<Form> side2_;
     Text<Form> start1_;
     Text<Form> start2_;
+    const typename Form::Unit* measured_; // of the first text: the end of a run that is the same
     std::int32_t difference2_ = 0;
     std::int32_t difference3_ = 0;
 };

@@ -162,6 +162,40 @@ TEST(Collation, PositionsInASortWithContractionsCountFreshReads)
     EXPECT_GT(plain.compare("ab'", "a-b"), 0);
 }
 
+// Whatever is skipped or looked at again, the time grows with the length; otherwise this takes
+// hours.
+TEST(Collation, LongTextsTakeTimeByTheirLength)
+{
+    constexpr std::int32_t kLength = 1 << 18;
+    const WorkingMemory memory;
+    const auto letters = [] {
+        SortBuilder order;
+        for (char letter = 'a'; letter <= 'z'; ++letter)
+            order.letter(static_cast<TSChar16>(letter), {letterWeight(letter)});
+        order.contraction('c', 'h', {letterWeight('c') + 1});
+        return order;
+    };
+    SortLocale latin(latinPage(), letters());
+    SortLocale wide(widePage(), letters());
+    SortLocale shifted(shiftPage(), letters());
+    for (const char letter : {'c', 'x'}) {
+        const std::string text(kLength, letter);
+        const std::string other = text.substr(1) + 'd';
+        const auto units = SortedLatin::unitsOf<TSChar16>(text);
+        const auto packed = SortedLatin::unitsOf<TSChar32>(text);
+        for (SortLocale* locale : {&latin, &wide}) {
+            EXPECT_EQ(TSStrcoll(locale->handle(), text.data(), kLength, text.data(), kLength, 0),
+                      0);
+            EXPECT_EQ(TSStrcoll(locale->handle(), text.data(), kLength, other.data(), kLength, 0),
+                      step('d', letter));
+        }
+        EXPECT_EQ(
+            TSStrcollEx(shifted.handle(), text.data(), 0, kLength, text.data(), 0, kLength, 0), 0);
+        EXPECT_EQ(TSStrcollU(latin.handle(), units.data(), kLength, units.data(), kLength, 0), 0);
+        EXPECT_EQ(TSWcscoll(latin.handle(), packed.data(), kLength, packed.data(), kLength, 0), 0);
+    }
+}
+
 TEST(Collation, AnExpansionIsTwoLetters)
 {
     SortedLatin latin;
