@@ -1014,10 +1014,12 @@ TS_API int32_t TSWcscoll(TSLocale* locale, const TSChar32* string1, int32_t leng
  * a negative length is up to the terminator. TS_OPT_CHAR_COUNT, which has no effect in the `U` and
  * `Wcs` members, says that the length counts characters.
  *
- * @return the length of the key. One above `size` means that the key was not written: call again
- *         with a buffer of that size, and 3 bytes more if it is not aligned to 4. Folded text of
- *         the binary sort is written as far as it fits. -1 with TS_ERR_ARGUMENT or TS_ERR_MEMORY is
- *         a failure; on success the error code stays as it was.
+ * @return the length of the key. The key is written if the buffer has room for it behind its first
+ *         address that is a multiple of 4: a buffer at any other address needs up to 3 bytes more,
+ *         also where the result is not above `size`. A buffer that is too short is left as it is.
+ *         Keys of the binary sort need no such step, and folded text is written as far as it fits.
+ *         -1 with TS_ERR_ARGUMENT or TS_ERR_MEMORY is a failure; on success the error code stays as
+ *         it was.
  * @{
  */
 

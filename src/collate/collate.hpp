@@ -117,13 +117,16 @@ void stripWideBlanks(CompareText& first, CompareText& second, std::uint32_t onSt
     if (!copy)
         return;
     second.length = std::min(second.length, INT32_MAX - 1);
+    // Gives what is left, with the shift byte that closes an empty text.
     const auto strip = [&](CompareText& text, std::int32_t length) {
         std::memcpy(copy, text.string, static_cast<std::size_t>(length));
         copy[length] = 0;
-        text.length = std::min(length, truncate(copy, text.state, length + 1) - 1);
+        const std::int32_t left = truncate(copy, text.state, length + 1) - 1;
+        text.length = std::min(length, left);
+        return left;
     };
-    strip(first, std::min(first.length, INT32_MAX - 1));
-    strip(second, std::min(first.length, second.length));
+    const std::int32_t left = strip(first, std::min(first.length, INT32_MAX - 1));
+    strip(second, std::min(left, second.length));
 }
 
 // Takes blanks off the end of units. `second` is another blank, or none.

@@ -11,6 +11,7 @@
 #include <bit>
 #include <cstring>
 #include <optional>
+#include <type_traits>
 
 #include "collate/next.hpp"
 
@@ -74,13 +75,18 @@ inline std::int32_t sameCharacters(const ShiftForm&, const Text<ShiftForm>&, con
 }
 
 // Such a run, as far as a character that begins no contraction: what follows it begins an element.
+// A character that can be lost where it is read ahead is no part of it.
 template <class Form>
 std::int32_t withoutOpenPair(const Form& form, const Sort& sort, const Text<Form>& text,
                              std::int32_t units)
 {
-    while (units > 0 && sort.mayBeginPair(form.unicode({text.at + units - 1, text.end})))
-        --units;
-    return units;
+    const auto valueAt = [&](std::int32_t at) { return form.unicode({text.at + at, text.end}); };
+    std::int32_t kept = 0;
+    while (kept < units && valueAt(kept) != CollationCursor<Form>::kNothing)
+        ++kept;
+    while (kept > 0 && sort.mayBeginPair(valueAt(kept - 1)))
+        --kept;
+    return kept;
 }
 inline std::int32_t withoutOpenPair(const MultiForm&, const Sort&, const Text<MultiForm>&,
                                     std::int32_t)
@@ -165,9 +171,12 @@ class QuickSide {
         return asFound();
     }
 
+    // Behind an expansion the positions of the texts can part, and what is skipped can have some.
     [[gnu::noinline]] Found expand(TSChar16 value)
     {
         SortElements found;
+        if (!sort_.traits.isWithout4)
+            return Found::kOther;
         if (lookUpExpansion(sort_, value, found) == 0)
             return Found::kOther;
         element = found.first;
@@ -210,20 +219,20 @@ std::int32_t firstLetters(const Form& form, const Sort& sort, Text<Form> text1, 
 template <class Form>
 class QuickComparison {
   public:
-    // Whether a sort allows it: positions count, and those of a sort with contractions depend on
-    // how the text before was read.
+    // Whether a sort allows it. With contractions positions depend on how the text before was read,
+    // and so does where stateful text ends: reading ahead passes shift bytes.
     static bool isFor(const Sort& sort)
     {
         const TSSortTraits& traits = sort.traits;
         return (traits.forwardLevels & forwardBit(1)) &&
                (traits.forwardLevels | traits.backwardLevels) == kAllForward &&
-               (!sort.hasContractions() || traits.isWithout4);
+               (!sort.hasContractions() || (traits.isWithout4 && !std::is_same_v<Form, ShiftForm>));
     }
 
     QuickComparison(const Form& form, const Sort& sort, const Text<Form>& text1,
                     const Text<Form>& text2)
         : form_(form), sort_(sort), side1_(form, sort, text1), side2_(form, sort, text2),
-          start1_(text1), start2_(text2)
+          start1_(text1), start2_(text2), measured_(text1.at)
     {
     }
 
@@ -288,12 +297,16 @@ class QuickComparison {
     }
 
     // Moves over characters that are the same in both texts. Their elements are the same, whatever
-    // they are, as long as no contraction reaches over the end of the run.
+    // they are, as long as no contraction reaches over the end of the run. What cannot be skipped
+    // of a run is read, and not measured again.
     void skipSame()
     {
+        if (side1_.text.at < measured_)
+            return;
         std::int32_t units = sameCharacters(form_, side1_.text, side2_.text);
         if (units == 0)
             return;
+        measured_ = side1_.text.at + units;
         if (sort_.hasContractions())
             units = withoutOpenPair(form_, sort_, side1_.text, units);
         side1_.text.at += units;
@@ -317,6 +330,7 @@ class QuickComparison {
     QuickSide<Form> side2_;
     Text<Form> start1_;
     Text<Form> start2_;
+    const typename Form::Unit* measured_; // of the first text: the end of a run that is the same
     std::int32_t difference2_ = 0;
     std::int32_t difference3_ = 0;
 };

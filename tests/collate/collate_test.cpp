@@ -11,11 +11,6 @@ constexpr std::uint8_t kBackward2 = 0xB;
 constexpr std::uint8_t kBackward3 = 0xD;
 constexpr std::uint8_t kBackward4 = 0xE;
 
-constexpr std::int32_t step(char from, char to)
-{
-    return letterWeight(to) - letterWeight(from);
-}
-
 TEST(Collation, EmptyStrings)
 {
     SortedLatin latin;
@@ -151,6 +146,21 @@ TEST(Collation, AnExpansionAtTheVeryEndCountsWithItsFirstElement)
     EXPECT_EQ(latin.compare("a\xB2z", "asz"), 1);
 }
 
+// An expansion is one character, so that what follows it stands at another position than behind two
+// letters, also where the rest of both texts is the same.
+TEST(Collation, PositionsBehindAnExpansionAreThoseOfEachText)
+{
+    SortBuilder order = latinSort();
+    order.expansion(0xB2, {letterWeight('s')}, {letterWeight('s')});
+    SortedLatin latin(std::move(order));
+    EXPECT_EQ(latin.compare("\xB2", "s"), 0);
+    EXPECT_EQ(latin.compare("\xB2x", "ssx"), 0);
+    EXPECT_EQ(latin.compare("\xB2-", "ss-"), 2 - 3);
+    EXPECT_EQ(latin.compare("ss-x", "\xB2-x"), 3 - 2);
+    EXPECT_EQ(latin.compare("x\xB2-ss", "xss-\xB2"), 3 - 4);
+    EXPECT_EQ(latin.compare("\xB2ss-", "ss\xB2-"), 0) << "in step again";
+}
+
 TEST(Collation, AccentsThatAreBackwardAreComparedInReverse)
 {
     SortBuilder order = latinSort();
@@ -240,44 +250,6 @@ TEST(Collation, WeightsByRule)
     EXPECT_EQ(compare({0x3001}, {'a'}), 0x0401 - letterWeight('a')) << "level 1 comes first";
     EXPECT_EQ(compare({0x4F00}, {'a'}), 0xFFFF - letterWeight('a'));
     EXPECT_EQ(compare({0x4F01}, {}), 0) << "the weight after 0xFFFF is none";
-}
-
-TEST(Collation, ACharacterThatIsCutOffEndsTheTextQuietly)
-{
-    const WorkingMemory memory;
-    SortBuilder order = latinSort();
-    order.level1Page(0xFF, 0x4000);
-    SortLocale wide(widePage(), std::move(order));
-    wide.record.lastError = kUntouchedError;
-    EXPECT_EQ(TSStrcoll(wide.handle(), "ab\x82", 3, "ab", 2, 0), 0);
-    EXPECT_EQ(TSStrcoll(wide.handle(), "ab\x82\x81", 3, "ab\x82\x60", 4, 0), -1);
-    EXPECT_EQ(TSStrcoll(wide.handle(), "ab\x82\x81", -1, "ab\x82\x60", -1, 0), 0x20);
-    EXPECT_EQ(wide.record.lastError, kUntouchedError);
-}
-
-TEST(Collation, ShiftBytesSetTheStateAndAreNoCharacters)
-{
-    const WorkingMemory memory;
-    SortBuilder order = latinSort();
-    order.level1Page(0xFF, 0x4000);
-    SortLocale shifted(shiftPage(), std::move(order));
-    const auto compare = [&](const std::string& first, std::int32_t state1,
-                             const std::string& second, std::int32_t state2) {
-        return TSStrcollEx(shifted.handle(), first.data(), state1,
-                           static_cast<std::int32_t>(first.size()), second.data(), state2,
-                           static_cast<std::int32_t>(second.size()), 0);
-    };
-    EXPECT_EQ(compare("a\x0E\x42\x81\x0F"
-                      "b",
-                      0,
-                      "a\x0E\x42\x81\x0F"
-                      "b",
-                      0),
-              0);
-    EXPECT_EQ(compare("\x0E\x42\x81", 0, "\x42\x81", 1), 0) << "the states at the beginning";
-    EXPECT_EQ(compare("\x42\x81", 1, "\x42\x60", 1), 0x20);
-    EXPECT_EQ(compare("\x42\x81\x0F", 1, "\x42\x81", 1), 0);
-    EXPECT_EQ(compare("\x42\x81\x42", 1, "\x42\x81", 1), 0) << "cut off";
 }
 
 TEST(Collation, LengthsCanCountCharacters)

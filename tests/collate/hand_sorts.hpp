@@ -15,6 +15,12 @@ constexpr std::uint16_t letterWeight(char letter)
     return static_cast<std::uint16_t>(0x0200 + 16 * (letter - 'a'));
 }
 
+// What the weights of two letters differ by.
+constexpr std::int32_t step(char from, char to)
+{
+    return letterWeight(to) - letterWeight(from);
+}
+
 // Latin: capital letters differ from small ones on level 3, a letter with an accent from one
 // without on level 2. '-' and '\'' are special, '_' has no weights, 0xDF is an expansion of two s,
 // of which the first is told from s on level 2.

@@ -106,6 +106,22 @@ TEST_F(CollationOptions, StripBlanksIsRefusedForStatefulText)
     EXPECT_LT(TSStrcollEx(shifted_.handle(), "aa", 0, -1, "ab", 0, -1, kWidth), 0);
 }
 
+// Deliberate: an empty text that begins in the multi-byte state gets a shift byte, and that counts
+// where the second text is cut to the length of the first.
+TEST_F(CollationOptions, AnEmptyShiftedTextLeavesAByteOfTheSecond)
+{
+    const auto compare = [&](std::int32_t state1, const char* second, std::int32_t state2) {
+        const std::int32_t result =
+            TSStrcollEx(shifted_.handle(), "", state1, -1, second, state2, -1, kWidth);
+        EXPECT_EQ(shifted_.record.lastError, TS_ERR_NONE);
+        return result;
+    };
+    EXPECT_EQ(compare(0, "b", 0), 0);
+    EXPECT_LT(compare(1, "b", 0), 0);
+    EXPECT_EQ(compare(1, "\x0E\x42\x60", 0), 0) << "no whole character";
+    EXPECT_EQ(compare(1, "", 1), 0);
+}
+
 TEST_F(CollationOptions, UnknownOptionsAreRefused)
 {
     const TSChar16 units[] = {'a', 'b', 0};

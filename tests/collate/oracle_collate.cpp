@@ -88,10 +88,8 @@ unsigned packedUnicode(const Page& page, std::uint32_t value)
 ReadCharacter unitReader(const Locale& locale, const Units& text, std::int32_t length, bool packed)
 {
     return [&locale, &text, length, packed](Cursor& cursor, unsigned& value) {
-        if (cursor.remaining == 0)
+        if (cursor.remaining == 0 || cursor.place == length) // a value that was lost still counts
             return false;
-        if (cursor.place >= length)
-            throw StrayRead();
         const std::uint32_t unit = text.at(static_cast<std::size_t>(cursor.place));
         value = packed ? packedUnicode(locale.page, unit) : unit;
         cursor.place += 1;
@@ -179,21 +177,24 @@ Key keyOf(const Make& make)
     return {buffer.bytes, outcome.error, false};
 }
 
-// What is left of two texts without the blanks at their ends, of any width.
+// What is left of two texts without the blanks at their ends, of any width. Of the second no more
+// is copied than is left of the first. A shift byte that an empty text gets is no part of it.
 template <class Truncate>
 void strip(const Text& text1, std::int32_t& length1, const Text& text2, std::int32_t& length2,
            const Truncate& truncate)
 {
-    const auto stripOne = [&](const Text& text, std::int32_t count) {
+    const auto left = [&](const Text& text, std::int32_t count) {
         Bytes copy;
         for (std::int32_t i = 0; i < count; ++i)
             copy.push_back(static_cast<unsigned char>(text.bytes.at(i)));
         copy.push_back(0);
         copy.push_back(0);
-        return std::min(count, truncate(copy, text.state, count + 1) - 1);
+        return truncate(copy, text.state, count + 1) - 1;
     };
-    length1 = stripOne(text1, length1);
-    length2 = stripOne(text2, std::min(length1, length2));
+    const std::int32_t left1 = left(text1, length1);
+    const std::int32_t copied = std::min(left1, length2);
+    length1 = std::min(length1, left1);
+    length2 = std::min(copied, left(text2, copied));
 }
 
 std::int32_t withoutBlanks(const Units& text, std::int32_t length, std::uint32_t blank,

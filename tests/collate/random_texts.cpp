@@ -43,6 +43,8 @@ BytePair::BytePair(SortWorld& sorted, Random& random)
     first = sorted.world.text(random, state1,
                               random() % 16 == 0 ? pick(random, 8, 40) : pick(random, 0, 7));
     second = sorted.variantOf(random, first, state2);
+    if (random() % 4 == 0)
+        sorted.insertTwins(random, first, second);
     text1 = {oracle::Span(first), state1, anyLength(random, first.size(), isTerminated(first))};
     text2 = {oracle::Span(second), state2,
              random() % 4 != 0 && isTerminated(second) && text1.length < 0

@@ -44,7 +44,11 @@ struct UnitPair {
         first = sorted.world.units(random, anyCount(random), kPacked);
         for (std::uint64_t blanks = random() % 3; blanks > 0 && isTerminated(first); --blanks)
             first.insert(first.end() - 1, kPacked ? random() % 2 == 0 ? 0x20 : 0x40 : 0x2000);
+        if (!kPacked && !first.empty() && random() % 32 == 0)
+            first[random() % first.size()] = 0xFFFF; // can be lost where it is read ahead
         second = sorted.variantOf(random, first, kPacked);
+        if (random() % 4 == 0)
+            sorted.insertTwins(random, first, second, kPacked);
         length1 = anyLength(random, first.size(), isTerminated(first));
         length2 = anyLength(random, second.size(), isTerminated(second));
     }

@@ -44,7 +44,13 @@ std::uint16_t anyWeight4(Random& random)
 SortWorld::SortWorld(Random& random, PageShape shape) : world(random, shape)
 {
     chooseValues(random);
+    resort(random);
+}
+
+void SortWorld::resort(Random& random)
+{
     isBinary_ = oneIn(random, 6);
+    isFlat_ = oneIn(random, 3);
     backward_ = static_cast<int>(random() % 4);
     directions_ = static_cast<std::uint8_t>(random() % 16);
     hasSpecials_ = oneIn(random, 2);
@@ -64,8 +70,10 @@ void SortWorld::chooseValues(Random& random)
                        ? static_cast<TSChar16>(oracle::toUnicode(world.reference.page, bytes[0]))
                        : oracle::mbToUnicode(world.reference.page, oracle::Span(bytes));
         });
-        if (unicode)
-            values.insert(*unicode);
+        if (!unicode)
+            continue;
+        values.insert(*unicode);
+        characters_.push_back({*unicode, bytes});
     }
     values_.assign(values.begin(), values.end());
 }
@@ -73,6 +81,13 @@ void SortWorld::chooseValues(Random& random)
 TSChar16 SortWorld::anyValue(Random& random) const
 {
     return values_[random() % values_.size()];
+}
+
+Weights SortWorld::weights(Random& random) const
+{
+    if (isFlat_ && !oneIn(random, 8))
+        return {static_cast<std::uint16_t>(oneIn(random, 4) ? 0x0102 : 0x0101)};
+    return anyWeights(random);
 }
 
 // All forward, backward on the same levels throughout, or as it comes.
@@ -114,13 +129,35 @@ void SortWorld::choosePage(Random& random, SortBuilder& sort, unsigned high)
             if (oneIn(random, 4))
                 sort.markExpansion(value, directions(random));
             else
-                sort.expansion(value, anyWeights(random), anyWeights(random), directions(random));
+                sort.expansion(value, weights(random), weights(random), directions(random));
             if (oneIn(random, 8)) // the first record of a character counts
-                sort.expansionRecord(value, anyWeights(random), anyWeights(random));
+                sort.expansionRecord(value, weights(random), weights(random));
             break;
         default:
-            sort.letter(value, anyWeights(random), directions(random));
+            sort.letter(value, weights(random), directions(random));
         }
+    }
+}
+
+void SortWorld::chooseTwins(Random& random, SortBuilder& sort)
+{
+    twins_.clear();
+    std::set<TSChar16> used;
+    for (std::uint64_t tries = characters_.empty() ? 0 : random() % 4; tries > 0; --tries) {
+        Twins twins;
+        bool isNew = true;
+        for (Character* character : {&twins.expansion, &twins.letters[0], &twins.letters[1]}) {
+            *character = characters_[random() % characters_.size()];
+            isNew = used.insert(character->unicode).second && isNew;
+        }
+        if (!isNew)
+            continue;
+        const std::uint8_t way = directions(random);
+        const Weights elements[] = {weights(random), weights(random)};
+        sort.expansion(twins.expansion.unicode, elements[0], elements[1], way);
+        for (const int i : {0, 1})
+            sort.letter(twins.letters[i].unicode, elements[i], way);
+        twins_.push_back(twins);
     }
 }
 
@@ -132,7 +169,7 @@ void SortWorld::chooseContractions(Random& random, SortBuilder& sort)
         if (hasSpecials_ && oneIn(random, 8))
             sort.specialContraction(first, second, anyWeight4(random), directions(random));
         else
-            sort.contraction(first, second, anyWeights(random), directions(random));
+            sort.contraction(first, second, weights(random), directions(random));
     }
 }
 
@@ -145,6 +182,7 @@ void SortWorld::build(Random& random)
         highs.insert(value >> 8);
     for (const unsigned high : highs)
         choosePage(random, sort, high);
+    chooseTwins(random, sort);
     if (oneIn(random, 2))
         chooseContractions(random, sort);
     if (oneIn(random, 2))
@@ -204,6 +242,50 @@ oracle::Units SortWorld::variantOf(Random& random, const oracle::Units& units, b
     return variant;
 }
 
+namespace {
+
+template <class Text>
+void insertWhereSame(Random& random, Text& first, Text& second, const Text& expansion,
+                     const Text& letters)
+{
+    const auto ends = std::mismatch(first.begin(), first.end(), second.begin(), second.end());
+    const auto at = static_cast<std::ptrdiff_t>(
+        random() % static_cast<std::uint64_t>(ends.first - first.begin() + 1));
+    const bool swapped = oneIn(random, 2);
+    const Text& one = swapped ? letters : expansion;
+    const Text& other = swapped ? expansion : letters;
+    first.insert(first.begin() + at, one.begin(), one.end());
+    second.insert(second.begin() + at, other.begin(), other.end());
+}
+
+} // namespace
+
+void SortWorld::insertTwins(Random& random, oracle::Bytes& first, oracle::Bytes& second) const
+{
+    if (twins_.empty())
+        return;
+    const Twins& twins = twins_[random() % twins_.size()];
+    oracle::Bytes letters = twins.letters[0].bytes;
+    letters.insert(letters.end(), twins.letters[1].bytes.begin(), twins.letters[1].bytes.end());
+    insertWhereSame(random, first, second, twins.expansion.bytes, letters);
+}
+
+void SortWorld::insertTwins(Random& random, oracle::Units& first, oracle::Units& second,
+                            bool packed) const
+{
+    if (twins_.empty())
+        return;
+    const Twins& twins = twins_[random() % twins_.size()];
+    const auto unitOf = [packed](const Character& character) {
+        std::uint32_t value = 0;
+        for (const unsigned char byte : character.bytes)
+            value = value << 8 | byte;
+        return packed ? value : character.unicode;
+    };
+    insertWhereSame<oracle::Units>(random, first, second, {unitOf(twins.expansion)},
+                                   {unitOf(twins.letters[0]), unitOf(twins.letters[1])});
+}
+
 int wantedCalls()
 {
     const char* const asked = std::getenv("VLX_RANDOM_CALLS");
@@ -233,6 +315,7 @@ void callInSortWorlds(SortCheck check)
     int calls = 0;
     for (int round = 0; calls < wantedCalls() && round < kMostRounds; ++round) {
         for (const std::unique_ptr<SortWorld>& world : worlds()) {
+            world->resort(random);
             for (int i = 0; i < kCallsInRow && !::testing::Test::HasFailure(); ++i)
                 calls += check(*world, random) ? 1 : 0;
             tsDefaultLocale = nullptr;

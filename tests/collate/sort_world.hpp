@@ -13,6 +13,9 @@ class SortWorld {
   public:
     SortWorld(Random& random, PageShape shape);
 
+    // Takes another sort.
+    void resort(Random& random);
+
     // The record of a call, with the sort or without it; now and then the sort has lost what its
     // load had found out.
     TSLocale* handle(Random& random);
@@ -27,18 +30,38 @@ class SortWorld {
     oracle::Bytes variantOf(Random& random, const oracle::Bytes& text, std::int32_t state) const;
     oracle::Units variantOf(Random& random, const oracle::Units& units, bool packed) const;
 
+    // Puts an expansion into one text and two letters of the same elements into the other, where
+    // both still agree.
+    void insertTwins(Random& random, oracle::Bytes& first, oracle::Bytes& second) const;
+    void insertTwins(Random& random, oracle::Units& first, oracle::Units& second,
+                     bool packed) const;
+
     World world;
 
   private:
+    struct Character {
+        TSChar16 unicode;
+        oracle::Bytes bytes;
+    };
+    struct Twins {
+        Character expansion;
+        Character letters[2];
+    };
+
     void chooseValues(Random& random);
     void choosePage(Random& random, SortBuilder& sort, unsigned high);
+    void chooseTwins(Random& random, SortBuilder& sort);
     void chooseContractions(Random& random, SortBuilder& sort);
+    Weights weights(Random& random) const;
     std::uint8_t directions(Random& random) const;
     TSChar16 anyValue(Random& random) const;
     void build(Random& random);
 
     std::vector<TSChar16> values_; // of the texts
-    int backward_ = 0;             // how much of it is
+    std::vector<Character> characters_;
+    bool isFlat_ = false; // most letters have the same weights
+    std::vector<Twins> twins_;
+    int backward_ = 0; // how much of it is
     bool hasSpecials_ = false;
     std::uint8_t directions_ = 0xF;
     SortBuilder fast_;

@@ -89,15 +89,17 @@ struct Side {
             pending = kNothing;
             --length;
         } else {
-            if (length == 0)
+            if (cursor == text.size()) { // the length counts a value that was lost
+                length = 0;
                 return 0;
+            }
             c = text[cursor++];
             --length;
             ++position;
         }
         Found found;
         bool isPair = false;
-        if (sort.contractionCount() > 0 && length != 0) {
+        if (sort.contractionCount() > 0 && cursor < text.size()) {
             pending = text[cursor++];
             --length;
             found = sort.lookUpPair(c, static_cast<char16_t>(pending));
