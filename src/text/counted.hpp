@@ -41,7 +41,10 @@ class CountedText {
             text.at += form.length(text);
             ++count;
         }
+        const Text<Form> behindLast = text;
         const bool whole = !form.settle(text);
+        if (!behindLast.state) // only a shift byte that closes the text belongs to it
+            text = behindLast;
         const auto copied = static_cast<std::size_t>(text.at - bytes_);
         std::memcpy(destination, bytes_, copied);
         if (!terminated)

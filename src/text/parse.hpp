@@ -1,11 +1,10 @@
 // Numbers from tokens: the algorithms that the members share, over any form's tokens.
 #pragma once
 
-#include <cmath>
-
 #include "frame/globals.hpp"
 #include "frame/trace.hpp"
 #include "strings/length.hpp"
+#include "text/power.hpp"
 #include "text/token.hpp"
 
 namespace vlx {
@@ -13,18 +12,6 @@ namespace vlx {
 inline constexpr std::uint32_t kParseDoubleOptions =
     TS_OPT_OBJECT_VALUE | TS_OPT_MAP_DIGITS | TS_OPT_MONETARY;
 inline constexpr std::uint32_t kParseLongOptions = kParseDoubleOptions | TS_OPT_UNSIGNED;
-
-// The powers of ten that are the nearest double to their value, as pow() gives them, too.
-inline constexpr std::int32_t kListedPowers = 22;
-extern const double kPowers[2 * kListedPowers + 1];
-
-// 10 to a power, as pow() gives it.
-inline double powerOfTen(std::int32_t exponent)
-{
-    if (exponent >= -kListedPowers && exponent <= kListedPowers)
-        return kPowers[exponent + kListedPowers];
-    return std::pow(10.0, exponent);
-}
 
 // Beyond this the power is zero or infinite, however much larger the exponent.
 inline constexpr std::int32_t kMostExponent = 100000;

@@ -97,12 +97,14 @@ class ShiftedOutput {
         }
     }
 
-    // Takes over what was written elsewhere into the same text, which ended in `newState`.
-    void advance(std::int32_t written, std::int32_t newState)
+    // Takes over what another output wrote into the same text.
+    void advance(const ShiftedOutput& other)
     {
-        count_ += written;
-        state_ = newState;
-        lastShiftIn_ = -1;
+        // Its shift byte stands before the end only if it wrote from here on.
+        const bool continues = other.destination_ == destination_ + count_;
+        lastShiftIn_ = continues && other.lastShiftIn_ >= 0 ? count_ + other.lastShiftIn_ : -1;
+        count_ += other.count_;
+        state_ = other.state_;
     }
 
     // Closes the text and writes the terminator behind `size`, where a place was kept for it. False

@@ -76,7 +76,7 @@ class ShiftTimeOutput {
         ShiftTimeOutput nested(call_, atStart ? destination_ : destination_ + output_.count(),
                                atStart ? firstState_ : output_.state(), room());
         vlx::putTime(call_, {pattern.at, pattern.at + pattern.length}, nested, depth + 1);
-        output_.advance(nested.output_.count(), nested.output_.state());
+        output_.advance(nested.output_);
         return call_.tooDeep ? TS_ERR_DIRECTIVE : TS_ERR_NONE;
     }
 

@@ -44,6 +44,7 @@ TEST(CurrencyToString, CutsTheFractionAndDoesNotRound)
 
 TEST(CurrencyToString, CutsWhatDoesNotFitOnTheRight)
 {
+    EXPECT_EQ(Formatted().money(1234.5, 0, 3), (Written{"$1,", 3, TS_ERR_BUFFER}));
     EXPECT_EQ(Formatted().money(1.99, 0, 3), (Written{"$1.", 3, TS_ERR_BUFFER}));
     EXPECT_EQ(Formatted().money(1.99, TS_OPT_TERMINATE, 3),
               (Written{bytes("$1\0"), 3, TS_ERR_BUFFER}));
@@ -191,6 +192,18 @@ TEST(CurrencyToStringEx, ClosesWithTheTerminator)
     EXPECT_EQ(Formatted(spec).moneyEx(7, 0, TS_OPT_TERMINATE, 8).result, 5);
     EXPECT_EQ(Formatted(spec).moneyEx(7, 0, TS_OPT_TERMINATE, 8).text.substr(0, 5),
               bytes("7.00\0"));
+}
+
+TEST(CurrencyToStringEx, CountedTextEndsBehindACharacter)
+{
+    LocaleSpec spec = withLong(PageShape::kStateful2);
+    spec.flags = 0;
+    EXPECT_EQ(Formatted(spec).moneyEx(7, 0, TS_OPT_CHAR_COUNT, 4),
+              (Written{"7.00", 4, TS_ERR_BUFFER}));
+    EXPECT_EQ(Formatted(spec).moneyEx(7, 0, TS_OPT_CHAR_COUNT | TS_OPT_TERMINATE, 5),
+              (Written{bytes("7.00\0"), 5, TS_ERR_BUFFER}));
+    EXPECT_EQ(Formatted(spec).moneyEx(7, 0, TS_OPT_CHAR_COUNT | TS_OPT_TERMINATE, 6),
+              (Written{bytes("7.00\x0E\x41\x42\x0F\0"), 6, TS_ERR_BUFFER}));
 }
 
 TEST(CurrencyToStringEx, HasAllOfANegativeSign)

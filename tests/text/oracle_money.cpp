@@ -266,9 +266,15 @@ Outcome handOver(const TextLocale& locale, Member member, const Units& local, st
         at += static_cast<std::int32_t>(step);
         ++characters;
     }
+    // The text ends behind its last character, or with the shift byte that closes it.
+    const std::int32_t end = at;
+    const std::int32_t endState = state;
     passShifts();
     const bool whole = at >= length;
-    // Shift bytes behind the last character are not needed, but the text may end with them.
+    if (endState == 0) {
+        at = end;
+        state = 0;
+    }
     std::int32_t count = 0;
     for (; count < at; ++count)
         put(target.memory, count, unitAt(local, count));

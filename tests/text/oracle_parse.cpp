@@ -1,6 +1,5 @@
 // Numbers, read.
 #include <algorithm>
-#include <cmath>
 
 #include "chars/unitypes.hpp"
 #include "support/oracle_strings_walk.hpp"
@@ -279,7 +278,7 @@ class Machine {
         case 5:
             if (digit) {
                 --fractionExponent_;
-                mantissa_ = mantissa_ + std::pow(10.0, fractionExponent_) * token;
+                mantissa_ = mantissa_ + powerOfTen(fractionExponent_) * token;
             }
             return state_ = digit ? 5 : token == 13 || token == 14 ? 6 : -1;
         case 6:
@@ -292,20 +291,20 @@ class Machine {
             return state_ = digit ? 8 : state_ == 6 && (token == 40 || token == 41) ? 7 : -1;
         default:
             if (digit)
-                exponent_ = std::min(exponent_ * 10 + token, 1e9);
+                exponent_ = std::min(exponent_ * 10 + token, 1000000);
             return state_ = digit ? 8 : -1;
         }
     }
 
-    double value() const { return std::pow(10.0, exponentSign_ * exponent_) * (sign_ * mantissa_); }
+    double value() const { return powerOfTen(exponentSign_ * exponent_) * (sign_ * mantissa_); }
 
   private:
     int state_ = 0;
     double mantissa_ = 0;
     double sign_ = 1;
-    double fractionExponent_ = 0;
-    double exponent_ = 0;
-    double exponentSign_ = 1;
+    std::int32_t fractionExponent_ = 0;
+    std::int32_t exponent_ = 0;
+    std::int32_t exponentSign_ = 1;
 };
 
 // Takes the digits behind the first one; true if the number is too large.

@@ -39,6 +39,10 @@ std::int32_t numberItem(const TextLocale& locale, int item, bool ofObject);
 Units textItem(const TextLocale& locale, Member member, int item, bool ofObject, std::int32_t state,
                std::int32_t size);
 
+// The text of "%f", and 10 to a power as pow() has it.
+std::string fixedText(double value);
+double powerOfTen(std::int32_t exponent);
+
 // The options.
 inline constexpr std::uint32_t kObjectValue = 0x0001;
 inline constexpr std::uint32_t kTerminated = 0x0008;

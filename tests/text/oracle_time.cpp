@@ -345,9 +345,11 @@ class Writer {
                      size_ - count_, depth_ + 1);
         if (size_ - count_ > 0 && !pattern.empty())
             inner.write(pattern, static_cast<std::int32_t>(pattern.size()), 0);
+        // What is nested at the start does not stand before the end if text came before.
+        const bool isBeforeEnd = inner.start_ == start_ + count_;
+        lastShiftIn_ = isBeforeEnd && inner.lastShiftIn_ >= 0 ? count_ + inner.lastShiftIn_ : -1;
         count_ += inner.count_;
         state_ = inner.state_;
-        lastShiftIn_ = -1;
         tooDeep_ = inner.tooDeep_;
         return tooDeep_ ? 51 : 0;
     }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdio>
 
 #include "text/oracle_text.hpp"
 
@@ -28,14 +27,6 @@ inline Units groupText(const TextLocale& locale, Member member, int item, bool o
 {
     return textItem(locale, member == Member::kEx ? Member::kPlain : member, item, ofObject, 0,
                     size);
-}
-
-// The text of "%f".
-inline std::string fixedText(double value)
-{
-    char text[512];
-    std::snprintf(text, sizeof text, "%f", value);
-    return text;
 }
 
 // The form of a digit; the 16-bit members take it as it is.

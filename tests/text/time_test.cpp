@@ -273,6 +273,39 @@ TEST(TimeToStringEx, TakesTheLastCharacterBackForTheShiftByte)
     EXPECT_EQ(shorter.text.substr(0, 2), bytes("a\0"));
 }
 
+TEST(TimeToStringEx, TakesACharacterOfANestedPatternBackWithItsShiftByte)
+{
+    LocaleSpec spec = withPatterns(u"\x6708", u"\x6708\x6708", u"");
+    spec.shape = PageShape::kStateful2;
+    EXPECT_EQ(Formatted(spec).timeEx(kTime, "%X", 0, TS_OPT_TERMINATE, 5),
+              (Written{bytes("\x0E\x41\x43\x0F\0"), 5, 0}));
+    EXPECT_EQ(Formatted(spec).timeEx(kTime, "%X", 0, TS_OPT_TERMINATE, 4).result, 1);
+    EXPECT_EQ(Formatted(spec).timeEx(kTime, "%X", 0, TS_OPT_TERMINATE, 4).text[0], '\0');
+    EXPECT_EQ(Formatted(spec).timeEx(kTime, "%x", 0, TS_OPT_TERMINATE, 6).text.substr(0, 5),
+              bytes("\x0E\x41\x43\x0F\0"));
+    // The date ends in the single-byte state, so that the time brings its own shift byte.
+    EXPECT_EQ(Formatted(spec).timeEx(kTime, "%c", 0, TS_OPT_TERMINATE, 11).text.substr(0, 8),
+              bytes("\x0E\x41\x43\x41\x43\x0F\x20\0"));
+}
+
+TEST(TimeToStringEx, CountedTextEndsBehindACharacter)
+{
+    LocaleSpec spec = LocaleSpec::builtin();
+    spec.shape = PageShape::kStateful2;
+    Formatted locale(spec);
+    const auto counted = [&](std::int32_t size, std::uint32_t options) {
+        char text[20] = "~~~~~~~~~~";
+        const std::int32_t result =
+            TSTimeToStringEx(locale.handle(), &kTime, text, 0, size, "a\x0E\x41\x43\x0F", 0, -1,
+                             options | TS_OPT_CHAR_COUNT);
+        return std::pair(result, std::string(text, 6));
+    };
+    EXPECT_EQ(counted(1, 0), (std::pair(1, bytes("a~~~~~"))));
+    EXPECT_EQ(counted(2, 0), (std::pair(2, bytes("a\x0E\x41\x43~~"))));
+    EXPECT_EQ(counted(2, TS_OPT_TERMINATE), (std::pair(2, bytes("a\0~~~~"))));
+    EXPECT_EQ(counted(3, TS_OPT_TERMINATE), (std::pair(3, bytes("a\x0E\x41\x43\x0F\0"))));
+}
+
 TEST(TimeToStringUnits, ClassPackedValuesByTheirLowByte)
 {
     Formatted locale;
