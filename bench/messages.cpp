@@ -1,8 +1,11 @@
 // Messages of a catalog, translation between numbered code pages, and the locale of a thread.
 //
 // The catalog has 20 sets of 50 messages of 60 bytes; the rows ask for all of them in a mixed
-// order. catgets gives a pointer, and the row copies the text. ICU keeps its texts in Unicode, and
-// the row converts one that it already has: finding it in a resource bundle would come on top.
+// order. catgets and gettext give a pointer, and the rows copy the text. gettext looks for a
+// message by its English text, which has 60 bytes, too; its catalog is in the code page that the
+// row asks for, or in UTF-8, which it converts when a text is first asked for and keeps. ICU keeps
+// its texts in Unicode, and the row converts one that it already has: finding it in a resource
+// bundle would come on top.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -12,6 +15,8 @@
 #include <string>
 #include <vector>
 
+#include <libintl.h>
+#include <locale.h>
 #include <nl_types.h>
 #include <unicode/ucnv.h>
 #include <unicode/ustring.h>
@@ -116,20 +121,58 @@ std::string makeCatalog()
     return path;
 }
 
+// True if a command ran to its end.
+bool ran(const std::string& command)
+{
+    return std::system((command + " 2>/dev/null").c_str()) == 0;
+}
+
 // The same messages for catgets.
 std::string makeSystemCatalog()
 {
     const std::string source = workplace() / "system.msg";
     const std::string path = workplace() / "system.cat";
     std::ofstream out(source, std::ios::binary);
+    out << "$ codeset=CP1252\n";
     for (int set = 1; set <= kSets; ++set) {
         out << "$set " << set << '\n';
         for (int message = 1; message <= kMessages; ++message)
             out << message << ' ' << textOf(set, message) << '\n';
     }
     out.close();
-    const std::string command = "gencat " + path + " " + source + " 2>/dev/null";
-    return std::system(command.c_str()) == 0 ? path : std::string();
+    return ran("gencat " + path + " " + source) ? path : std::string();
+}
+
+// The locale in which gettext looks for a translation: any but C.
+constexpr char kGettextLocale[] = "C.UTF-8";
+
+// What the program would show without a catalog: the key of gettext.
+std::string keyOf(int set, int message)
+{
+    std::string text = "Message " + std::to_string(set) + "/" + std::to_string(message) +
+                       ": the file could not be opened, reason unknown";
+    text.resize(kLength, '.');
+    return text;
+}
+
+// The same messages for gettext, as the domain `charset`; false if it cannot be made.
+bool makeTranslations(const std::string& charset)
+{
+    const std::filesystem::path folder = workplace() / kGettextLocale / "LC_MESSAGES";
+    std::filesystem::create_directories(folder);
+    const std::string source = workplace() / (charset + ".po");
+    std::ofstream out(source, std::ios::binary);
+    out << "msgid \"\"\nmsgstr \"Content-Type: text/plain; charset=" << charset << "\\n\"\n";
+    for (const Turn& turn : allTurns()) {
+        const std::string text = textOf(turn.set, turn.message);
+        std::u16string units;
+        for (const char byte : text) // no byte from 80 to 9F
+            units += static_cast<unsigned char>(byte);
+        out << "msgid \"" << keyOf(turn.set, turn.message) << "\"\nmsgstr \""
+            << recoded(units, charset.c_str()) << "\"\n";
+    }
+    out.close();
+    return ran("msgfmt -o " + (folder / (charset + ".mo")).string() + " " + source);
 }
 
 // Runs a row: `get` writes a message and is checked once for each.
@@ -182,6 +225,28 @@ void messageCatgets(benchmark::State& state)
         std::strcpy(output, catgets(catalog, turn.set, turn.message, ""));
     });
     catclose(catalog);
+}
+
+void messageGettext(benchmark::State& state, const char* charset)
+{
+    const locale_t locale = newlocale(LC_ALL_MASK, kGettextLocale, nullptr);
+    if (!locale || !makeTranslations(charset)) {
+        state.SkipWithError("msgfmt cannot make the catalog here");
+        return;
+    }
+    unsetenv("LANGUAGE");
+    const locale_t previous = uselocale(locale);
+    bindtextdomain(charset, workplace().c_str());
+    bind_textdomain_codeset(charset, "CP1252");
+    std::vector<std::string> keys;
+    for (int i = 0; i < kSets * kMessages; ++i)
+        keys.push_back(keyOf(1 + i / kMessages, 1 + i % kMessages));
+    run(state, [&keys, charset](const Turn& turn, char* output) {
+        const auto at = static_cast<std::size_t>((turn.set - 1) * kMessages + turn.message - 1);
+        std::strcpy(output, dgettext(charset, keys[at].c_str()));
+    });
+    uselocale(previous);
+    freelocale(locale);
 }
 
 void messageIcu(benchmark::State& state)
@@ -289,6 +354,8 @@ void addMessageRows()
 {
     benchmark::RegisterBenchmark("Message/preloaded/vlx", messageVlx, TS_CATALOG_PRELOAD);
     benchmark::RegisterBenchmark("Message/preloaded/catgets", messageCatgets);
+    benchmark::RegisterBenchmark("Message/preloaded/gettext", messageGettext, "CP1252");
+    benchmark::RegisterBenchmark("Message/preloaded/gettext_utf8", messageGettext, "UTF-8");
     benchmark::RegisterBenchmark("Message/preloaded/icu", messageIcu);
     benchmark::RegisterBenchmark("Message/slim/vlx", messageVlx, TS_CATALOG_SEARCH_ONCE);
     for (const Source& source : kSources)

@@ -157,22 +157,23 @@ TS_API int32_t NLS1_GetSortName(int32_t id, char* buffer, int32_t size);
  * Translates text between two code pages that are given by their ids; 1200 is 16-bit Unicode in the
  * byte order of the machine. No locale is needed.
  *
- * What does not fit is left out with TS_ERR_BUFFER, and the result is what was written. Room to
- * give:
+ * What does not fit is left out with TS_ERR_BUFFER, and the result is what was written. The size
+ * does not bound all that is written. Room to give beyond it:
  *
- * | Case | Room |
- * |---|---|
- * | 1200 to 1200 | the whole input, whatever the size, and 2 bytes for a terminator |
- * | from a code page of several bytes to 1200 | `size` elements and one more: the size counts them
- * | | from a code page of several bytes to one of single bytes | one byte more than the size | |
- * 1200 to single bytes | half of the size is used where the input has more bytes than the size | |
- * to 1200, NLS1_OPT_PAD_BLANKS | `size` elements |
+ * - 1200 to 1200: the whole input, whatever the size, and 2 bytes for a terminator.
+ * - A code page of several bytes to 1200: `size` elements and one more, since the size counts
+ *   elements there.
+ * - A code page of several bytes to one of single bytes: one byte more than the size.
+ * - Any to 1200 with NLS1_OPT_PAD_BLANKS: `size` elements, which are twice as many bytes.
+ *
+ * From 1200 to single bytes half of the size is used where the input has more bytes than that.
  *
  * @param output, size in bytes, or with TS_OPT_CHAR_COUNT in characters.
  * @param input, length in bytes, or with TS_OPT_CHAR_COUNT in characters; negative for up to the
  *        terminator, and then the output has one if all was translated and there is room.
  * @param consumed receives the bytes of the input that were translated, or with TS_OPT_CHAR_COUNT
- *        the characters of the output; not written if a code page is not found.
+ *        the characters of the output; not written if a code page is not found, if a text is null
+ *        that is needed, or if a target of 1200 has a size below 2.
  * @param options TS_OPT_CHAR_COUNT; TS_OPT_TERMINATE: a terminator, for which room is kept;
  *        NLS1_OPT_BLANKS_MAY_GO: blanks alone that do not fit are no error; NLS1_OPT_PAD_BLANKS:
  *        unused room is filled with blanks.

@@ -144,9 +144,11 @@ class CatalogLoader {
         const std::uint64_t room =
             5 * std::uint64_t{set.textSize} + 2 * std::uint64_t{set.messageCount};
         const std::uint64_t listSize = std::uint64_t{set.messageCount} * sizeof(ReadyText);
+        if (listSize + room > INT32_MAX) // more than a conversion can count
+            return true;
         const Scratch work(listSize + room);
-        if (!work || listSize + room > INT32_MAX)
-            return work ? true : fail(TS_ERR_MEMORY);
+        if (!work)
+            return fail(TS_ERR_MEMORY);
         auto* const list = work.as<ReadyText>();
         char* const texts = work.as<char>() + listSize;
         const std::uint32_t size = convertAll(set, list, texts, room);

@@ -2,6 +2,7 @@
 #include "catalog/catalog.hpp"
 
 #include <algorithm>
+#include <bit>
 
 #include "frame/globals.hpp"
 
@@ -25,17 +26,23 @@ class CatalogReader {
         return true;
     }
 
-    // A chain has no more sets than there is room for in the file, so that a circle ends.
+    // A chain has no more sets than there is room for in the file. A circle comes back to a set
+    // that was marked on the way; marks are set ever farther apart, so that its length and the way
+    // to it do not matter.
     bool findSet(std::uint32_t number, TSCatalogSet& set)
     {
+        const std::uint32_t most = catalog_.fileSize / sizeof(TSCatalogSet);
         std::uint32_t offset = catalog_.firstSetOffset;
-        for (std::uint32_t left = catalog_.fileSize / sizeof(TSCatalogSet); left > 0; --left) {
+        std::uint32_t marked = 0; // the header, which is no set
+        for (std::uint32_t read = 1; read <= most && offset != marked; ++read) {
             if (!readAt(offset, &set, sizeof set))
                 return unreadable();
             if (set.number == number)
                 return true;
             if (set.nextSet == 0)
                 return false;
+            if (std::has_single_bit(read))
+                marked = offset;
             offset = set.nextSet;
         }
         return unreadable();
@@ -68,7 +75,7 @@ class CatalogReader {
     {
         const std::uint64_t begin = std::uint64_t{set.textBlock} + message.textOffset;
         if (std::uint64_t{message.textOffset} + message.length > set.textSize ||
-            begin + message.length > catalog_.fileSize)
+            begin + message.length > catalog_.fileSize || message.length == UINT32_MAX)
             return {};
         auto* const text = static_cast<char*>(allocate(message.length + 1));
         if (!text) {

@@ -42,6 +42,8 @@ int32_t TSGetMessage(TSCatalog* catalog, int32_t set, int32_t message, char* out
         locale.lastError = TS_ERR_NONE;
     const vlx::FoundText found = catalog->preloaded ? vlx::findLoaded(*catalog, set, message)
                                                     : vlx::readMessage(*catalog, set, message);
+    if (locale.lastError != TS_ERR_NONE)
+        TS_PRINT(TRC1_ERRORS, "Catalog not readable, err = %d", locale.lastError);
     if (found.text) {
         putMessage(*catalog, found, output, size);
         if (!catalog->preloaded)

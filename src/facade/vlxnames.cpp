@@ -19,6 +19,10 @@ std::int32_t idOf(std::uint16_t type, const char* name, std::int32_t* code)
         result = TS_ERR_NO_OBJECTS;
         return 0;
     }
+    if (!name) {
+        result = TS_ERR_ARGUMENT;
+        return 0;
+    }
     TSObjManager* const manager = vlx::objectManager();
     // Here alone aliases count.
     if (type == TS_OBJ_CODEPAGE)
@@ -48,6 +52,8 @@ std::int32_t NLS1_GetObjectName(std::int32_t id, char* buffer, std::int32_t size
                  length, object->name, size);
         TS_RETURN(TS_ERR_BUFFER);
     }
+    if (!buffer)
+        TS_RETURN(TS_ERR_ARGUMENT);
     std::memcpy(buffer, object->name, static_cast<std::size_t>(length) + 1);
     TS_RETURN(TS_ERR_NONE);
 }

@@ -51,6 +51,8 @@ int32_t NLS1_SetLocaleFromNative(const uint32_t* nativeId, uint32_t options)
         TSLocale* const previous = *current;
         *current = locale;
         locale = previous;
+    } else if (options & NLS1_THREAD) {
+        code = TS_ERR_MEMORY;
     }
     if (locale)
         TSReleaseLocale(locale);
@@ -93,6 +95,8 @@ TSLocale* NLS1_ConvertNativeLocale(const uint32_t* nativeId, uint32_t options, i
     int32_t& result = code ? *code : unused;
     if (!vlx::facadeRuns())
         TS_FAIL(result, TS_ERR_NO_OBJECTS, none, "The library does not run");
+    if (!nativeId)
+        TS_FAIL(result, TS_ERR_ARGUMENT, none, "No native id");
     TSLocale* const locale = TSConvertNativeLocale(nativeId, options, &result);
     if (!locale)
         TS_PRINT(TRC1_ERRORS, "TSConvertNativeLocale failed for 0x%04X with rc %d", *nativeId,

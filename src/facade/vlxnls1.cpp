@@ -85,11 +85,11 @@ int32_t NLS1_SetLocale(int32_t ids, int32_t codePage, uint32_t options)
         TS_RETURN(TS_ERR_NO_OBJECTS);
     }
     int32_t code = TS_ERR_NONE;
+    TSLocale** const current = vlx::threadLocale(); // whatever the options are
     if (options & NLS1_THREAD) {
         // Deliberate: the option itself is refused here, so that ids set no thread's locale;
         // NLS1_SetLocaleFromNative does that.
         TSLocale* const locale = NLS1_GetLocale(ids, codePage, options, &code);
-        TSLocale** const current = vlx::threadLocale();
         if (locale && current) {
             if (*current)
                 TSReleaseLocale(*current);

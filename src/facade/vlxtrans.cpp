@@ -101,6 +101,12 @@ class Translation {
                                        static_cast<std::int32_t>(length_));
     }
 
+    // False if a text that is needed is not there.
+    bool hasTexts() const
+    {
+        return (to_.output || to_.size <= 0) && (input_ || length_ == 0 || to_.size == 0);
+    }
+
     // No input or no room: true if that is all there is to do.
     bool isEmpty()
     {
@@ -368,6 +374,8 @@ int32_t NLS1_TranslateString(uint32_t targetCodePage, void* output, int32_t size
         used = static_cast<uint32_t>(text.counted() ? text.count() : text.consumed());
         return text.counted() ? text.count() : result;
     };
+    if (!text.hasTexts())
+        TS_FAIL(code, TS_ERR_ARGUMENT, -1, "No text");
     text.measureCharacters();
     if (options & ~kOptions)
         TS_FAIL(code, TS_ERR_ARGUMENT, leave(-1), "Invalid options %#x", options);

@@ -200,7 +200,62 @@ TEST_F(SlimMessages, AShortTableIsAMissingMessage)
     EXPECT_EQ(TSGetError(locale_.get()), 0);
 }
 
+TEST_F(SlimMessages, AChainInACircleIsLeftAfterAFewReadsHoweverLongTheFile)
+{
+    CatalogFile file = smallCatalog();
+    for (std::uint32_t set = 6; set < 9; ++set)
+        file.sets.push_back({set, {{1, "text"}}});
+    std::vector<std::uint8_t> bytes = file.bytes();
+    bytes.resize(1000000);
+    for (const std::size_t back : {4, 3, 0}) { // the last set leads to this one
+        putNumber(bytes, 152 + 4 * 28 + 4, static_cast<std::uint32_t>(152 + back * 28));
+        const Catalog catalog = openBytes(bytes, Form::kSlim, locale_.get());
+        EXPECT_EQ(message(catalog.get(), 8, 1), "text");
+        const std::uint32_t calls = MemoryHost::calls();
+        EXPECT_EQ(message(catalog.get(), 9, 1), std::nullopt);
+        EXPECT_LT(MemoryHost::calls() - calls, 40u);
+        EXPECT_EQ(TSGetError(locale_.get()), 72);
+    }
+}
+
+TEST_F(SlimMessages, ACatalogThatCannotBeReadIs71BeforeTheMessageIsMissing)
+{
+    MemoryHost::put("msgs", "no catalog");
+    const Catalog catalog(TSOpenCatalog(locale_.get(), nullptr, "msgs", TS_CATALOG_SEARCH_ONCE));
+    Trace::setMask(TRC1_ERRORS);
+    for (const char* const text : {static_cast<const char*>(nullptr), "default"}) {
+        Trace::clear();
+        message(catalog.get(), 1, 1, text);
+        EXPECT_TRUE(Trace::printed("Catalog not readable, err = 71"));
+        EXPECT_EQ(TSGetError(locale_.get()), text ? 0 : 72);
+    }
+}
+
+TEST_F(SlimMessages, ATextOfAWrongLengthNeedsItsTerminatorWithinIt)
+{
+    std::vector<std::uint8_t> bytes = smallCatalog().bytes();
+    const std::size_t entry = numberAt(bytes, 152 + 12);
+    putNumber(bytes, entry + 4, 3);                           // "one"
+    putNumber(bytes, entry + kCatalogMessageSize + 4, 4 + 3); // "two", and some of the next
+    const Catalog catalog = openBytes(bytes, Form::kSlim, locale_.get());
+    EXPECT_EQ(message(catalog.get(), 1, 1), std::nullopt);
+    EXPECT_EQ(message(catalog.get(), 1, 2), "two");
+}
+
 using PreloadedMessages = CatalogTest;
+
+TEST_F(PreloadedMessages, LengthsAreNotLookedAt)
+{
+    std::vector<std::uint8_t> bytes = smallCatalog().bytes();
+    const std::size_t entry = numberAt(bytes, 152 + 12);
+    putNumber(bytes, entry + 4, 3);
+    putNumber(bytes, entry + kCatalogMessageSize + 4, 4 + 3);
+    putNumber(bytes, entry + 2 * kCatalogMessageSize + 4, 0xFFFFFFFF);
+    const Catalog catalog = openBytes(bytes, Form::kPreloaded, locale_.get());
+    EXPECT_EQ(message(catalog.get(), 1, 1), "one");
+    EXPECT_EQ(message(catalog.get(), 1, 2), "two");
+    EXPECT_EQ(message(catalog.get(), 1, 7), "seven");
+}
 
 TEST_F(PreloadedMessages, TakeNoMemoryAndNoFile)
 {

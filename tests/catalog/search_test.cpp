@@ -106,6 +106,23 @@ TEST_F(SearchCatalog, TheSecondPassHasTheCodesOfTheDefaultLanguage)
     forgetLocaleOfSecondPass();
 }
 
+TEST_F(SearchCatalog, WithoutALocaleForTheSecondPassItIs71)
+{
+    loadAll();
+    triedPaths();
+    const std::int32_t codes[] = {20, 20, 71}; // two files are tried, then the locale is made
+    for (std::uint32_t n = 1; n <= std::size(codes); ++n) {
+        Allocator::failAllocation(n);
+        EXPECT_EQ(TSOpenCatalog(locale_.get(), "%l", "msgs", 0), nullptr);
+        EXPECT_EQ(TSGetError(locale_.get()), codes[n - 1]) << n;
+        Allocator::failAllocation(0);
+    }
+    EXPECT_EQ(triedPaths(), (Paths{"EN", "EN", "msgs", "EN", "msgs"}));
+    EXPECT_EQ(TSOpenCatalog(locale_.get(), "%l", "msgs", 0), nullptr);
+    EXPECT_EQ(triedPaths(), (Paths{"EN", "msgs", "DF", "msgs"}));
+    forgetLocaleOfSecondPass();
+}
+
 TEST_F(SearchCatalog, PathsThatPass256BytesAreSkipped)
 {
     const std::string fits(255, 'a');

@@ -138,6 +138,14 @@ TEST_F(FacadeIds, AnUnknownNativeIdIsTracedByItsNumber)
     EXPECT_EQ(NLS1_SetLocaleFromNative(&unknown, NLS1_THREAD), 31);
 }
 
+TEST_F(FacadeIds, ANullNativeIdIsRefused)
+{
+    Trace::setMask(TRC1_ERRORS);
+    EXPECT_EQ(NLS1_ConvertNativeLocale(nullptr, 0, &code_), nullptr);
+    EXPECT_EQ(code_, 2);
+    EXPECT_EQ(NLS1_SetLocaleFromNative(nullptr, NLS1_THREAD), 2);
+}
+
 TEST_F(FacadeIds, TheHostsLocaleOfTheThreadIsSet)
 {
     LocaleDirectory directory = facadeDirectory();

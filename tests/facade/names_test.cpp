@@ -135,6 +135,16 @@ TEST_F(FacadeNames, NoObjectIsLoaded)
     EXPECT_EQ(MemoryHost::openFiles(), open);
 }
 
+TEST_F(FacadeNames, ANullNameOrBufferIsRefused)
+{
+    for (const auto get :
+         {NLS1_GetLanguageId, NLS1_GetTerritoryId, NLS1_GetCodepageId, NLS1_GetSortId}) {
+        EXPECT_EQ(get(nullptr, &code_), 0);
+        EXPECT_EQ(code_, 2);
+    }
+    EXPECT_EQ(NLS1_GetLanguageName(2, nullptr, 40), 2);
+}
+
 using FacadeBuiltinNames = FacadeTest;
 
 TEST_F(FacadeBuiltinNames, TheBuiltinTableHasThree)
@@ -147,6 +157,15 @@ TEST_F(FacadeBuiltinNames, TheBuiltinTableHasThree)
     EXPECT_STREQ(buffer, "UnitedStates");
     EXPECT_EQ(NLS1_GetCodepageName(1, buffer, 40), 0);
     EXPECT_STREQ(buffer, "US-ASCII");
+}
+
+TEST_F(FacadeBuiltinNames, ASortIdThereIsAnsweredWithThePageBeforeIt)
+{
+    start();
+    char buffer[40];
+    EXPECT_EQ(NLS1_GetSortName(1, buffer, 40), 0); // Deliberate: the range of sorts is empty
+    EXPECT_STREQ(buffer, "US-ASCII");
+    EXPECT_EQ(NLS1_GetSortName(2, buffer, 40), 37);
 }
 
 } // namespace

@@ -81,6 +81,17 @@ TEST_F(FacadeStart, ADefaultLocaleThatFailsIsTracedAndLeavesTheStateStarted)
     EXPECT_EQ(NLS1_PrivateFunction_GetThreadLocale(), nullptr);
 }
 
+TEST_F(FacadeStart, AThreadWithoutMemoryHasNoLocale)
+{
+    start(facadeDirectory());
+    TermThread(threadLocale());
+    Trace::setMask(TRC1_ERRORS);
+    MemoryHost::failCall(1);
+    InitThread(threadLocale());
+    EXPECT_TRUE(Trace::printed("Unable to set thread locale, rc = 20"));
+    EXPECT_EQ(NLS1_PrivateFunction_GetThreadLocale(), nullptr);
+}
+
 TEST_F(FacadeStart, TracesUnderShorterNames)
 {
     start(facadeDirectory());

@@ -14,6 +14,17 @@ constexpr int kThreads = 50; // at once: a thousand in all
 
 using FacadeThreads = Facade;
 
+TEST_F(FacadeThreads, SetLocaleMakesTheDataOfItsThread)
+{
+    Trace::setMask(TRC1_FLOW);
+    for (const std::uint32_t options : {0u, NLS1_PROCESS, NLS1_THREAD}) {
+        Trace::clear();
+        std::thread([&] { NLS1_SetLocale(2, 0, options); }).join();
+        EXPECT_EQ(Trace::count("InitThread", TraceKind::kEntry), 1) << options;
+        EXPECT_EQ(Trace::count("TermThread", TraceKind::kEntry), 1) << options;
+    }
+}
+
 TEST_F(FacadeThreads, AThousandEndedAndStartedLeaveNoHandleBehind)
 {
     int before = 0; // with the objects that the first wave loads

@@ -47,6 +47,7 @@ TEST_F(TranslateKinds, SingleBytesToUnicodeTakeHalfTheSize)
     EXPECT_EQ(run(kRaw, 10, kUs, "abcdefgh"), 10);
     EXPECT_EQ(written(), raw(u"abcde"));
     EXPECT_EQ(consumed_, 5u);
+    EXPECT_EQ(error_, 40u);
     EXPECT_EQ(run(kRaw, 10, kUs, "abcdefgh", TS_OPT_CHAR_COUNT), 8);
     EXPECT_EQ(written(), raw(u"abcdefgh"));
 }

@@ -31,6 +31,26 @@ TEST_F(Translate, TheErrorOfTheTargetsLookupComesLast)
     EXPECT_EQ(error_, 37u);
 }
 
+TEST_F(Translate, NullTextsThatAreNeededAre2)
+{
+    char output[4];
+    for (const std::int32_t length : {2, -1}) {
+        EXPECT_EQ(
+            NLS1_TranslateString(kLatin, output, 4, kUs, nullptr, length, &consumed_, 0, &error_),
+            -1);
+        EXPECT_EQ(error_, 2u);
+        EXPECT_EQ(consumed_, kUntouched);
+    }
+    EXPECT_EQ(
+        NLS1_TranslateString(kLatin, nullptr, 4, kUs, "ab", 2, nullptr, TS_OPT_TERMINATE, &error_),
+        -1);
+    EXPECT_EQ(error_, 2u);
+    EXPECT_EQ(NLS1_TranslateString(kLatin, nullptr, 0, kUs, nullptr, 2, &consumed_, 0, &error_), 0);
+    EXPECT_EQ(error_, 0u);
+    EXPECT_EQ(NLS1_TranslateString(kLatin, output, 4, kUs, nullptr, 0, &consumed_, 0, &error_), 0);
+    EXPECT_EQ(error_, 0u);
+}
+
 TEST_F(Translate, IdsCountByTheirLow16Bits)
 {
     EXPECT_EQ(run(0x10000 + kLatin, 5, 0xABCD0000 + kUs, "ab"), 2);

@@ -12,6 +12,7 @@
 #include <locale.h>
 #include <mutex>
 
+#include "host/posix/hostlock.hpp"
 #include "host/posix/hostname.hpp"
 #include "host/posix/hostpict.hpp"
 
@@ -20,7 +21,7 @@ namespace vlx::host {
 namespace {
 
 // localeconv() answers in a place that all threads share.
-constinit std::mutex conventionsLock;
+constinit Lock conventionsLock;
 
 // The value of the setting that rules this host's messages.
 const char* userLocaleName()
@@ -153,7 +154,7 @@ bool readBytes(locale_t locale, Setting setting, char* text, std::uint32_t size)
         return picture(D_FMT);
     if (setting == Setting::kTime)
         return picture(T_FMT);
-    const std::lock_guard<std::mutex> guard(conventionsLock);
+    const std::lock_guard guard(conventionsLock);
     return readConvention(*std::localeconv(), setting, text, size);
 }
 

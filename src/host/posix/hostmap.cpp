@@ -13,6 +13,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "host/posix/hostlock.hpp"
+
 namespace vlx::host {
 
 namespace {
@@ -26,7 +28,7 @@ struct View {
 // Some thousand views are the most that a full locale directory gives: a few in each bucket.
 constexpr std::size_t kBuckets = 1024;
 
-constinit std::mutex viewLock;
+constinit Lock viewLock;
 constinit View* views[kBuckets] = {};
 
 View*& bucketOf(const void* address)
