@@ -68,6 +68,17 @@ class CldrTest : public testing::Test {
     }
 };
 
+// The importer needs the locale sources of glibc beside them.
+class ImportTest : public CldrTest {
+  protected:
+    void SetUp() override
+    {
+        CldrTest::SetUp();
+        if (!std::filesystem::exists(vlx::import::CldrOptions().glibcDirectory))
+            GTEST_SKIP() << "no locale sources, which the package locales has";
+    }
+};
+
 TEST_F(CldrTest, NamesOfDaysAndMonths)
 {
     const std::string calendar = "dates/calendars/calendar[@type='gregorian']/";
@@ -215,7 +226,7 @@ TEST(CldrSources, PatternsAndLayouts)
     }
 }
 
-TEST_F(CldrTest, ImportGivesTheCommittedSources)
+TEST_F(ImportTest, GivesTheCommittedSources)
 {
     const TemporaryDirectory directory;
     vlx::import::CldrOptions options;
@@ -238,6 +249,21 @@ TEST(CldrTable, SortsAreThoseOfTheTableOfSorts)
         sorts.insert(row.object);
     for (const vlx::import::LanguageRow& row : vlx::import::languageRows())
         EXPECT_TRUE(sorts.contains(row.sort)) << row.object;
+    for (const vlx::import::LanguageRow& row : vlx::import::glibcLanguageRows())
+        EXPECT_TRUE(sorts.contains(row.sort)) << row.object;
+}
+
+TEST_F(CldrTest, ImportFailsWithoutTheLocaleSources)
+{
+    const TemporaryDirectory directory;
+    vlx::import::CldrOptions options;
+    options.glibcDirectory = directory.path().string();
+    options.outputDirectory = directory.path().string();
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(vlx::import::importCldr(options));
+    const std::string errors = testing::internal::GetCapturedStderr();
+    EXPECT_NE(errors.find("ve_ZA: its source"), std::string::npos) << errors;
+    EXPECT_FALSE(std::filesystem::exists(directory.path() / "languages" / "Venda.toml"));
 }
 
 TEST(CldrImport, FailsWithoutItsFiles)
