@@ -1,4 +1,4 @@
-# IBM1047: EBCDIC, open systems, Latin-1; line feed and next line exchanged
+# IBM1047: EBCDIC, open systems, Latin 1
 # origin: converter ibm-1047_P100-1995 of ICU 72.1, by vlx-import codepages
 # compared with: IBM1047 of glibc iconv 2.36
 # licence: Unicode-DFS-2016 (ICU), see data/NOTICES.md

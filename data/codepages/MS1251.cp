@@ -2,7 +2,8 @@
 # origin: converter ibm-5347_P100-1998 of ICU 72.1, by vlx-import codepages
 # compared with: CP1251 of glibc iconv 2.36
 # licence: Unicode-DFS-2016 (ICU), see data/NOTICES.md
-# corrections: C1 controls and private values that ICU adds below A0 are left out
+# corrections:
+# - the C1 controls that ICU has in unassigned bytes are left out
 
 id = 1251
 name = MS1251

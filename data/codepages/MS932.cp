@@ -2,7 +2,8 @@
 # origin: converter ibm-943_P15A-2003 of ICU 72.1, by vlx-import codepages
 # compared with: CP932 of glibc iconv 2.36
 # licence: Unicode-DFS-2016 (ICU), see data/NOTICES.md
-# corrections: ICU's rotation of 1A, 1C and 7F is undone
+# corrections:
+# - 1A, 1C and 7F, which ICU turns around as the PC's hardware showed them, are controls again
 
 id = 932
 name = MS932

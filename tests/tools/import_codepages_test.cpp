@@ -37,7 +37,7 @@ TEST(ImportCodePages, GivesTheCommittedSources)
             << name;
         ++pages;
     }
-    EXPECT_EQ(pages, 12);
+    EXPECT_EQ(pages, 79);
 }
 
 TEST(ImportCodePages, FailsWithoutADirectoryToWriteTo)

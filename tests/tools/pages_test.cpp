@@ -65,61 +65,89 @@ void markOneWay(Differences& found, const vlx::import::ConverterTables& theirs)
     }
 }
 
-// A line of the table of differences: keys from first to last, exactly `count` of them.
+// A row of the table of differences: so many keys, all of them within the runs.
 struct Listed {
     std::string kind;
-    std::uint32_t first;
-    std::uint32_t last;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> runs;
     int count;
     int seen = 0;
 
     bool covers(std::uint32_t key, const std::string& how) const
     {
-        return how == kind && key >= first && key <= last;
+        return how == kind && std::any_of(runs.begin(), runs.end(), [key](const auto& run) {
+                   return key >= run.first && key <= run.second;
+               });
     }
 };
+
+// Of the form 0025,0071-0073.
+std::vector<std::pair<std::uint32_t, std::uint32_t>> parseRuns(std::string text)
+{
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> runs;
+    std::replace(text.begin(), text.end(), ',', ' ');
+    for (const std::string_view run : wordsOf(text)) {
+        const std::size_t dash = std::min(run.find('-'), run.size());
+        const std::string_view last = dash < run.size() ? run.substr(dash + 1) : run;
+        runs.emplace_back(parseHex(run.substr(0, dash), 0xFFFFFF).value(),
+                          parseHex(last, 0xFFFFFF).value());
+    }
+    return runs;
+}
 
 std::vector<Listed> listedDifferences(const std::string& page, const std::string& converter,
                                       const std::string& direction)
 {
-    std::vector<Listed> lines;
+    std::vector<Listed> rows;
     Diagnostics diagnostics;
     const auto table = readSource(VLX_TEST_DIRECTORY "/codepage-differences.tsv", diagnostics);
     for (const SourceLine& line : table.value()) {
         const auto words = wordsOf(line.text);
-        if (words.size() > 7 && words[0] == page && words[1] == converter && words[2] == direction)
-            lines.push_back({std::string(words[3]), parseHex(words[4], 0xFFFFFF).value(),
-                             parseHex(words[5], 0xFFFFFF).value(),
-                             static_cast<int>(parseDecimal(words[6], 0xFFFF).value())});
+        if (words.size() > 6 && words[0] == page && words[1] == converter && words[2] == direction)
+            rows.push_back({std::string(words[3]), parseRuns(std::string(words[4])),
+                            static_cast<int>(parseDecimal(words[5], 0xFFFF).value())});
     }
-    return lines;
+    return rows;
 }
 
-void expectListed(const Differences& found, std::vector<Listed> listed)
+void expectListed(const Differences& found, const std::string& page, const std::string& converter,
+                  const std::string& direction)
 {
+    std::vector<Listed> listed = listedDifferences(page, converter, direction);
     std::string unlisted;
     for (const auto& difference : found) {
-        const auto line = std::find_if(listed.begin(), listed.end(), [&](const Listed& one) {
+        const auto row = std::find_if(listed.begin(), listed.end(), [&](const Listed& one) {
             return one.covers(difference.first, difference.second);
         });
-        if (line == listed.end())
+        if (row == listed.end())
             unlisted += hexText(difference.first, 4) + " " + difference.second + ", ";
         else
-            ++line->seen;
+            ++row->seen;
     }
-    EXPECT_EQ(unlisted, "");
-    for (const Listed& line : listed)
-        EXPECT_EQ(line.seen, line.count) << line.kind << " from " << hexText(line.first, 4);
+    EXPECT_EQ(unlisted, "") << page << ' ' << converter << ' ' << direction;
+    for (const Listed& row : listed)
+        EXPECT_EQ(row.seen, row.count)
+            << page << ' ' << converter << ' ' << direction << ' ' << row.kind << " from "
+            << hexText(row.runs.front().first, 4);
 }
 
 void expectAgreement(const PageReader& reader, const std::string& page,
                      const std::string& converter, const vlx::import::ConverterTables& theirs)
 {
-    expectListed(differencesOf(reader.allDecoded(), theirs.decode),
-                 listedDifferences(page, converter, "decode"));
+    expectListed(differencesOf(reader.allDecoded(), theirs.decode), page, converter, "decode");
     Differences encoding = differencesOf(reader.allEncoded(), theirs.encode);
     markOneWay(encoding, theirs);
-    expectListed(encoding, listedDifferences(page, converter, "encode"));
+    expectListed(encoding, page, converter, "encode");
+}
+
+// By ICU, as far as Unicode 2.1 went. Signs that stand for a letter stay: the micro sign, and ohm,
+// kelvin and angstrom.
+UChar32 caseOf(UChar32 value, UChar32 (*map)(UChar32))
+{
+    UVersionInfo age;
+    u_charAge(value, age);
+    const bool known = age[0] < 2 || (age[0] == 2 && age[1] <= 1);
+    const bool sign = value == 0x00B5 || value == 0x2126 || value == 0x212A || value == 0x212B;
+    return known && !sign ? map(value) : value;
 }
 
 class ShippedPages : public testing::TestWithParam<ShippedPage> {
@@ -145,16 +173,21 @@ TEST_P(ShippedPages, EncodeEveryValueThatIsDecodedAndNothingElse)
 TEST_P(ShippedPages, AgreeWithIcu)
 {
     const ShippedPage& page = GetParam();
+    if (page.icu.empty())
+        GTEST_SKIP() << "ICU has no such page";
     vlx::import::ConverterTables icu;
-    ASSERT_TRUE(vlx::import::readIcu(page.icu, reader_.maxBytes(), reader_.stateful(), icu));
+    ASSERT_TRUE(
+        vlx::import::readIcu(page.icu.c_str(), reader_.maxBytes(), reader_.stateful(), icu));
     expectAgreement(reader_, page.name, "icu", icu);
 }
 
 TEST_P(ShippedPages, AgreeWithGlibc)
 {
     const ShippedPage& page = GetParam();
+    if (page.glibc.empty())
+        GTEST_SKIP() << "glibc has no such page";
     vlx::import::ConverterTables glibc;
-    if (!vlx::import::readIconv(page.glibc, reader_.maxBytes(), reader_.stateful(), glibc))
+    if (!vlx::import::readIconv(page.glibc.c_str(), reader_.maxBytes(), reader_.stateful(), glibc))
         GTEST_SKIP() << "iconv has no " << page.glibc;
     expectAgreement(reader_, page.name, "glibc", glibc);
 }
@@ -187,8 +220,8 @@ TEST_P(ShippedPages, MapTheCaseOfSingleBytesAsIcuDoes)
         };
         const auto cell = decoded.find(at);
         const bool assigned = cell != decoded.end();
-        EXPECT_EQ(reader_.toUpper(byte), assigned ? image(u_toupper(cell->second)) : at);
-        EXPECT_EQ(reader_.toLower(byte), assigned ? image(u_tolower(cell->second)) : at);
+        EXPECT_EQ(reader_.toUpper(byte), assigned ? image(caseOf(cell->second, u_toupper)) : at);
+        EXPECT_EQ(reader_.toLower(byte), assigned ? image(caseOf(cell->second, u_tolower)) : at);
     }
 }
 
@@ -200,8 +233,8 @@ TEST_P(ShippedPages, MapTheCaseOfLongerCharactersAsIcuDoes)
         if (character <= 0xFF)
             continue;
         const auto [type, delta] = reader_.record(character);
-        const UChar32 image = type & kUpper   ? u_tolower(value)
-                              : type & kLower ? u_toupper(value)
+        const UChar32 image = type & kUpper   ? caseOf(value, u_tolower)
+                              : type & kLower ? caseOf(value, u_toupper)
                                               : value;
         const auto found = encoded.find(static_cast<std::uint16_t>(image));
         const bool mapped = image != value && found != encoded.end() && found->second > 0xFF;
@@ -222,7 +255,7 @@ TEST_P(ShippedPages, KnowTheWideFormsThatTheyHave)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Page, ShippedPages, testing::ValuesIn(kShippedPages),
+INSTANTIATE_TEST_SUITE_P(Page, ShippedPages, testing::ValuesIn(shippedPages()),
                          [](const auto& page) { return pageName(page.param); });
 
 TEST(Utf8Page, HasTheLengthsOfTheRule)

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 #include <iconv.h>
+#include <unicode/uchar.h>
 #include <unicode/ucnv.h>
 
 #include "converter.hpp"
@@ -120,7 +121,7 @@ class WholeTexts : public testing::TestWithParam<ShippedPage> {
     WholeTexts()
     {
         EXPECT_EQ(TSInit(VLX_LOCALE, nullptr, nullptr, nullptr, nullptr, 0, TS_STRICT_OBJECTS), 0);
-        page_ = openPage(GetParam().name);
+        page_ = openPage(GetParam().name.c_str());
         utf8_ = openPage(kUtf8);
         // Only a stateful page writes a byte to end a text that is in the multi-byte state.
         char shift[5] = {};
@@ -153,7 +154,7 @@ class WholeTexts : public testing::TestWithParam<ShippedPage> {
     {
         const auto decodesAlike = [&](std::uint32_t character, std::uint16_t value) {
             const auto found = theirs.decode.find(character);
-            return found != theirs.decode.end() && found->second == value;
+            return found != theirs.decode.end() && found->second == value && !composed(value);
         };
         const auto encodesAlike = [&](std::uint32_t character, std::uint16_t value) {
             const auto found = theirs.encode.find(value);
@@ -172,6 +173,12 @@ class WholeTexts : public testing::TestWithParam<ShippedPage> {
         const std::string written = byLibrary(page_.get(), utf8_.get(), utf8Of(back), 1009);
         EXPECT_TRUE(closed(written, back) == bytesOf(back, shifts_));
         EXPECT_TRUE(closed(written, back) == convert(name, kUtf8, utf8Of(back)));
+    }
+
+    // glibc joins a letter and a mark of these pages to one character.
+    bool composed(std::uint16_t value) const
+    {
+        return (GetParam().id == 1255 || GetParam().id == 1258) && u_getCombiningClass(value) != 0;
     }
 
     // A conversion handle leaves the state open at the end of a text.
@@ -195,17 +202,21 @@ class WholeTexts : public testing::TestWithParam<ShippedPage> {
 
 TEST_P(WholeTexts, AreThoseOfIcu)
 {
+    const std::string& name = GetParam().icu;
+    if (name.empty())
+        GTEST_SKIP() << "ICU has no such page";
     vlx::import::ConverterTables icu;
-    ASSERT_TRUE(vlx::import::readIcu(GetParam().icu, maxBytes_, !shifts_.empty(), icu));
-    compare(icu, GetParam().icu, byIcu);
+    ASSERT_TRUE(vlx::import::readIcu(name.c_str(), maxBytes_, !shifts_.empty(), icu));
+    compare(icu, name.c_str(), byIcu);
 }
 
 TEST_P(WholeTexts, AreThoseOfGlibc)
 {
+    const std::string& name = GetParam().glibc;
     vlx::import::ConverterTables glibc;
-    if (!vlx::import::readIconv(GetParam().glibc, maxBytes_, !shifts_.empty(), glibc))
-        GTEST_SKIP() << "iconv has no " << GetParam().glibc;
-    compare(glibc, GetParam().glibc, byIconv);
+    if (name.empty() || !vlx::import::readIconv(name.c_str(), maxBytes_, !shifts_.empty(), glibc))
+        GTEST_SKIP() << "glibc has no such page";
+    compare(glibc, name.c_str(), byIconv);
 }
 
 // There and back, where a character is the only one of its value.
@@ -222,7 +233,7 @@ TEST_P(WholeTexts, ComeBackAsTheyWere)
     EXPECT_TRUE(closed(byLibrary(page_.get(), utf8_.get(), utf8, 1019), text) == bytes);
 }
 
-INSTANTIATE_TEST_SUITE_P(Page, WholeTexts, testing::ValuesIn(kShippedPages),
+INSTANTIATE_TEST_SUITE_P(Page, WholeTexts, testing::ValuesIn(shippedPages()),
                          [](const auto& page) { return pageName(page.param); });
 
 // Every 16-bit value, but for surrogates, which UTF-8 does not have.

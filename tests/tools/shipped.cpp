@@ -4,6 +4,30 @@
 #include <fstream>
 #include <sstream>
 
+std::vector<ShippedPage> shippedPages()
+{
+    std::vector<ShippedPage> pages;
+    std::ifstream in(VLX_TEST_DIRECTORY "/codepages.tsv");
+    for (std::string line; std::getline(in, line);) {
+        std::istringstream words(line);
+        ShippedPage page;
+        if (line.starts_with('#') || !(words >> page.name >> page.id >> page.icu >> page.glibc))
+            continue;
+        for (std::string* const converter : {&page.icu, &page.glibc})
+            if (*converter == "-")
+                converter->clear();
+        pages.push_back(page);
+    }
+    return pages;
+}
+
+std::string pageName(const ShippedPage& page)
+{
+    std::string name = page.name;
+    std::erase(name, '-');
+    return name;
+}
+
 std::string compiledPath(int id)
 {
     char name[32];

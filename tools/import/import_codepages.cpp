@@ -1,4 +1,4 @@
-// Code pages from ICU's converters, with the corrections that the row of a page names.
+// Code pages from the converters of ICU and glibc, with the corrections that their rows name.
 #include "import.hpp"
 
 #include <fstream>
@@ -7,60 +7,11 @@
 #include <sstream>
 
 #include "converter.hpp"
+#include "import_codepages_table.hpp"
 
 namespace vlx::import {
 
 namespace {
-
-// What has to be done to ICU's table, and the words for it in the source.
-enum Correction {
-    kAsItIs,
-    kWithoutC1, // bytes that the page does not define become C1 controls or private values in ICU
-    kUnrotated, // ICU turns 1A, 1C and 7F around as the PC's hardware showed them
-};
-constexpr const char* kCorrectionTexts[] = {
-    "none",
-    "C1 controls and private values that ICU adds below A0 are left out",
-    "ICU's rotation of 1A, 1C and 7F is undone",
-};
-
-struct PageRow {
-    const char* name;
-    int id;
-    const char* title;
-    const char* icu;
-    const char* glibc;
-    bool ascii;
-    bool stateful;
-    int maxBytes;
-    Correction correction;
-};
-
-constexpr PageRow kRows[] = {
-    {"ASCII", 367, "the seven bits of ISO 646 IRV", "US-ASCII", "ANSI_X3.4-1968", true, false, 1,
-     kAsItIs},
-    {"MS1251", 1251, "Windows, Cyrillic", "ibm-5347_P100-1998", "CP1251", true, false, 1,
-     kWithoutC1},
-    {"MS1252", 1252, "Windows, Western European", "ibm-5348_P100-1997", "CP1252", true, false, 1,
-     kWithoutC1},
-    {"MS1254", 1254, "Windows, Turkish", "ibm-5350_P100-1998", "CP1254", true, false, 1,
-     kWithoutC1},
-    {"MS932", 932, "Windows, Japanese (Shift JIS with the NEC and IBM rows)", "ibm-943_P15A-2003",
-     "CP932", true, false, 2, kUnrotated},
-    {"MS950", 950, "Windows, traditional Chinese (Big5 with user-defined rows)", "windows-950-2000",
-     "CP950", true, false, 2, kAsItIs},
-    {"IBM037", 37, "EBCDIC, United States and Canada", "ibm-37_P100-1995", "IBM037", false, false,
-     1, kAsItIs},
-    {"IBM273", 273, "EBCDIC, German", "ibm-273_P100-1995", "IBM273", false, false, 1, kAsItIs},
-    {"IBM500", 500, "EBCDIC, international", "ibm-500_P100-1995", "IBM500", false, false, 1,
-     kAsItIs},
-    {"IBM1047", 1047, "EBCDIC, open systems, Latin-1; line feed and next line exchanged",
-     "ibm-1047_P100-1995", "IBM1047", false, false, 1, kAsItIs},
-    {"IBM930", 930, "EBCDIC, Japanese, katakana in the place of small letters", "ibm-930_P120-1999",
-     "IBM930", false, true, 2, kAsItIs},
-    {"IBM939", 939, "EBCDIC, Japanese, Latin with small letters", "ibm-939_P120-1999", "IBM939",
-     false, true, 2, kAsItIs},
-};
 
 std::string hex(std::uint32_t value, int digits)
 {
@@ -74,54 +25,75 @@ int digitsOf(std::uint32_t character)
     return character <= 0xFF ? 2 : character <= 0xFFFF ? 4 : 6;
 }
 
-void dropC1(ConverterTables& tables)
+bool isC1(std::uint16_t value)
 {
-    std::erase_if(tables.decode, [](const auto& cell) {
-        const bool control = cell.second >= 0x80 && cell.second <= 0x9F;
-        const bool privateUse = cell.second >= 0xE000 && cell.second <= 0xF8FF;
-        return cell.first >= 0x80 && cell.first <= 0x9F && (control || privateUse);
-    });
+    return value >= 0x80 && value <= 0x9F;
 }
 
-void unrotate(ConverterTables& tables)
+// Takes a run of cells to their corrected values.
+void change(const CellChange& run, ConverterTables& tables)
 {
-    for (const std::uint8_t byte : {std::uint8_t{0x1A}, std::uint8_t{0x1C}, std::uint8_t{0x7F}}) {
-        tables.decode[byte] = byte;
-        tables.encode[byte] = byte;
+    for (std::uint32_t cell = run.first; cell <= run.last; ++cell) {
+        const auto found = tables.decode.find(cell);
+        if (run.value >= 0)
+            tables.decode[cell] = static_cast<std::uint16_t>(run.value + int(cell - run.first));
+        else if (found != tables.decode.end() && (run.value == kUnassigned || isC1(found->second)))
+            tables.decode.erase(found);
     }
 }
 
 // Only what decodes back to the same value is kept: a converter's private use characters may have
-// fallbacks that cannot be switched off.
+// fallbacks that cannot be switched off, and a corrected cell leaves what encoded to it behind.
 void correct(const PageRow& row, ConverterTables& tables)
 {
-    if (row.correction == kWithoutC1)
-        dropC1(tables);
-    else if (row.correction == kUnrotated)
-        unrotate(tables);
+    for (const Correction& correction : row.corrections)
+        for (const CellChange& run : correction.cells)
+            change(run, tables);
     std::erase_if(tables.encode, [&](const auto& pair) {
         const auto cell = tables.decode.find(pair.second);
         return cell == tables.decode.end() || cell->second != pair.first;
     });
+    for (const Correction& correction : row.corrections)
+        for (const CellChange& run : correction.cells)
+            for (std::uint32_t cell = run.first; cell <= run.last; ++cell)
+                if (run.value >= 0)
+                    tables.encode.emplace(tables.decode.at(cell), cell);
+}
+
+const char* libraryOf(Origin origin)
+{
+    return origin == Origin::kIcu ? "ICU 72.1" : "glibc iconv 2.36";
+}
+
+Origin otherThan(Origin origin)
+{
+    return origin == Origin::kIcu ? Origin::kGlibc : Origin::kIcu;
 }
 
 void writeHead(std::ostream& out, const PageRow& row)
 {
     out << "# " << row.name << ": " << row.title << "\n"
-        << "# origin: converter " << row.icu << " of ICU 72.1, by vlx-import codepages\n"
-        << "# compared with: " << row.glibc << " of glibc iconv 2.36\n"
-        << "# licence: Unicode-DFS-2016 (ICU), see data/NOTICES.md\n"
-        << "# corrections: " << kCorrectionTexts[row.correction] << "\n\n";
+        << "# origin: converter " << row.converter << " of " << libraryOf(row.origin)
+        << ", by vlx-import codepages\n";
+    if (row.compared != nullptr)
+        out << "# compared with: " << row.compared << " of " << libraryOf(otherThan(row.origin))
+            << '\n';
+    out << (row.origin == Origin::kIcu ? "# licence: Unicode-DFS-2016 (ICU), see data/NOTICES.md\n"
+                                       : "# licence: a table of facts, see data/NOTICES.md\n");
+    out << "# corrections:" << (row.corrections.empty() ? " none\n" : "\n");
+    for (const Correction& correction : row.corrections)
+        out << "# - " << correction.reason << '\n';
+    out << '\n';
 }
 
 void writeSettings(std::ostream& out, const PageRow& row, const ConverterTables& tables)
 {
     const auto byteOf = [&](std::uint16_t value) { return hex(tables.encode.at(value), 2); };
-    const bool hasNextLine = !row.ascii && tables.encode.contains(0x0085);
+    const bool hasNextLine = !row.ascii() && tables.encode.contains(0x0085);
     out << "id = " << row.id << "\nname = " << row.name
-        << "\nfamily = " << (row.ascii ? "ascii" : "ebcdic") << "\nmax bytes = " << row.maxBytes
+        << "\nfamily = " << (row.ascii() ? "ascii" : "ebcdic") << "\nmax bytes = " << row.maxBytes
         << '\n';
-    if (row.stateful)
+    if (row.stateful())
         out << "shift = 0E 0F\n";
     out << "substitution = " << byteOf('?') << "\nlf = " << byteOf('\n')
         << "\ncr = " << byteOf('\r') << "\nlineEnd3 = " << byteOf(hasNextLine ? 0x0085 : 0x000A)
@@ -199,23 +171,28 @@ std::string differences(const Map& ours, const Map& theirs)
            std::to_string(different);
 }
 
-// Missing in glibc's table, extra in it, different.
-void reportGlibc(const PageRow& row, const ConverterTables& tables)
+bool read(Origin origin, const char* converter, const PageRow& row, ConverterTables& tables)
 {
-    ConverterTables glibc;
-    std::cout << row.name << ": " << tables.decode.size() << " characters; " << row.glibc << ' ';
-    if (readIconv(row.glibc, row.maxBytes, row.stateful, glibc))
-        std::cout << "decode " << differences(tables.decode, glibc.decode) << ", encode "
-                  << differences(tables.encode, glibc.encode) << '\n';
-    else
-        std::cout << "is not installed\n";
+    return origin == Origin::kIcu ? readIcu(converter, row.maxBytes, row.stateful(), tables)
+                                  : readIconv(converter, row.maxBytes, row.stateful(), tables);
+}
+
+// What the other library lacks, what it has beyond the page, and what is different.
+void reportOther(const PageRow& row, const ConverterTables& tables)
+{
+    std::cout << row.name << ": " << tables.decode.size() << " characters";
+    ConverterTables other;
+    if (row.compared != nullptr && read(otherThan(row.origin), row.compared, row, other))
+        std::cout << "; " << row.compared << " decode " << differences(tables.decode, other.decode)
+                  << ", encode " << differences(tables.encode, other.encode);
+    std::cout << '\n';
 }
 
 bool importPage(const PageRow& row, const std::string& directory)
 {
     ConverterTables tables;
-    if (!readIcu(row.icu, row.maxBytes, row.stateful, tables)) {
-        std::cerr << row.name << ": no converter " << row.icu << '\n';
+    if (!read(row.origin, row.converter, row, tables)) {
+        std::cerr << row.name << ": no converter " << row.converter << '\n';
         return false;
     }
     correct(row, tables);
@@ -225,7 +202,7 @@ bool importPage(const PageRow& row, const std::string& directory)
     writeDecode(out, tables);
     writeEncode(out, tables);
     out.close();
-    reportGlibc(row, tables);
+    reportOther(row, tables);
     if (!out)
         std::cerr << row.name << ": cannot be written to " << directory << '\n';
     return !out.fail();
@@ -236,7 +213,7 @@ bool importPage(const PageRow& row, const std::string& directory)
 bool importCodePages(const Options& options)
 {
     bool good = true;
-    for (const PageRow& row : kRows)
+    for (const PageRow& row : pageRows())
         good = importPage(row, options.outputDirectory) && good;
     return good;
 }

@@ -1,0 +1,33 @@
+# ISO8859-7: Greek, with the euro of 2003
+# origin: converter ibm-9005_X110-2007 of ICU 72.1, by vlx-import codepages
+# compared with: ISO-8859-7 of glibc iconv 2.36
+# licence: Unicode-DFS-2016 (ICU), see data/NOTICES.md
+# corrections: none
+
+id = 813
+name = ISO8859-7
+family = ascii
+max bytes = 1
+substitution = 3F
+lf = 0A
+cr = 0D
+lineEnd3 = 0A
+lineEnd4 = 0A
+
+[decode]
+00: 0000..000F
+10: 0010..001F
+20: 0020..002F
+30: 0030..003F
+40: 0040..004F
+50: 0050..005F
+60: 0060..006F
+70: 0070..007F
+80: 0080..008F
+90: 0090..009F
+A0: 00A0 2018 2019 00A3 20AC 20AF 00A6 00A7 00A8 00A9 037A 00AB 00AC 00AD ---- 2015
+B0: 00B0 00B1 00B2 00B3 0384 0385 0386 00B7 0388 0389 038A 00BB 038C 00BD 038E 038F
+C0: 0390..039F
+D0: 03A0 03A1 ---- 03A3 03A4 03A5 03A6 03A7 03A8 03A9 03AA 03AB 03AC 03AD 03AE 03AF
+E0: 03B0..03BF
+F0: 03C0 03C1 03C2 03C3 03C4 03C5 03C6 03C7 03C8 03C9 03CA 03CB 03CC 03CD 03CE

@@ -1,0 +1,34 @@
+# MS1255: Windows, Hebrew
+# origin: converter ibm-9447_P100-2002 of ICU 72.1, by vlx-import codepages
+# compared with: CP1255 of glibc iconv 2.36
+# licence: Unicode-DFS-2016 (ICU), see data/NOTICES.md
+# corrections:
+# - the C1 controls that ICU has in unassigned bytes are left out
+
+id = 1255
+name = MS1255
+family = ascii
+max bytes = 1
+substitution = 3F
+lf = 0A
+cr = 0D
+lineEnd3 = 0A
+lineEnd4 = 0A
+
+[decode]
+00: 0000..000F
+10: 0010..001F
+20: 0020..002F
+30: 0030..003F
+40: 0040..004F
+50: 0050..005F
+60: 0060..006F
+70: 0070..007F
+80: 20AC ---- 201A 0192 201E 2026 2020 2021 02C6 2030 ---- 2039
+90: ---- 2018 2019 201C 201D 2022 2013 2014 02DC 2122 ---- 203A
+A0: 00A0 00A1 00A2 00A3 20AA 00A5 00A6 00A7 00A8 00A9 00D7 00AB 00AC 00AD 00AE 00AF
+B0: 00B0 00B1 00B2 00B3 00B4 00B5 00B6 00B7 00B8 00B9 00F7 00BB 00BC 00BD 00BE 00BF
+C0: 05B0 05B1 05B2 05B3 05B4 05B5 05B6 05B7 05B8 05B9 ---- 05BB 05BC 05BD 05BE 05BF
+D0: 05C0 05C1 05C2 05C3 05F0 05F1 05F2 05F3 05F4
+E0: 05D0..05DF
+F0: 05E0 05E1 05E2 05E3 05E4 05E5 05E6 05E7 05E8 05E9 05EA ---- ---- 200E 200F
