@@ -1,7 +1,7 @@
-// The territories that are imported. Most ids are those of ISO 3166-1. 57, 125, 134, 757 and 758
-// are private numbers for a second language of a country; 442, which ISO has for Luxembourg, is
-// Lithuania in the library's table of native locales, so that Luxembourg has 443, which ISO leaves
-// free.
+// The territories that are imported. Most ids are those of ISO 3166-1. 57, 125, 134, 725 and 757 to
+// 759 are private numbers for a further language of a country; 442, which ISO has for Luxembourg,
+// is Lithuania in the library's table of native locales, so that Luxembourg has 443, which ISO
+// leaves free.
 #include "import_cldr_table.hpp"
 
 namespace vlx::import {
@@ -104,10 +104,12 @@ const std::vector<TerritoryRow>& territoryRows()
         {705, "Slovenia", "sl_SI", "MS1250"},
         {710, "SouthAfrica", "en_ZA", "MS1252"},
         {724, "Spain", "es_ES", "MS1252"},
+        {725, "BasqueCountry", "eu_ES", "MS1252", "Basque Country"},
         {752, "Sweden", "sv_SE", "MS1252"},
         {756, "German-Switzerland", "de_CH", "MS1252"},
         {757, "French-Switzerland", "fr_CH", "MS1252"},
         {758, "Italian-Switzerland", "it_CH", "MS1252"},
+        {759, "Romansh-Switzerland", "rm_CH", "MS1252"},
         {760, "Syria", "ar_SY", "MS1256"},
         {764, "Thailand", "th_TH", "MS874"},
         {784, "UnitedArabEmirates", "ar_AE", "MS1256"},
