@@ -16,12 +16,13 @@ from common import BUILD, ROOT, Rule
 
 IMPORTER = BUILD / "bin" / "vlx-import"
 CLDR = Path("/usr/share/unicode/cldr/common/main")
+GLIBC = Path("/usr/share/i18n/locales/ve_ZA")
 
 # What it makes, the command without its directory, what it needs, the folder of the results.
 GENERATORS = [
     ("examples", [ROOT / "examples" / "make-examples"], [], "examples"),
     ("code pages", [IMPORTER, "codepages", "-o"], [IMPORTER], "data/codepages"),
-    ("languages and territories", [IMPORTER, "cldr", "-o"], [IMPORTER, CLDR], "data"),
+    ("languages and territories", [IMPORTER, "cldr", "-o"], [IMPORTER, CLDR, GLIBC], "data"),
     ("sorts", [IMPORTER, "sorts", "-o"], [IMPORTER, CLDR], "data"),
 ]
 

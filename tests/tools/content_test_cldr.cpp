@@ -3,7 +3,6 @@
 #include "content_test.hpp"
 
 #include <array>
-#include <map>
 #include <set>
 
 #include <iconv.h>
@@ -65,6 +64,17 @@ class CldrTest : public testing::Test {
     {
         if (!haveCldr())
             GTEST_SKIP() << "no CLDR files in " << kCldr;
+    }
+};
+
+// The importer needs the locale sources of glibc beside them.
+class ImportTest : public CldrTest {
+  protected:
+    void SetUp() override
+    {
+        CldrTest::SetUp();
+        if (!std::filesystem::exists(vlx::import::CldrOptions().glibcDirectory))
+            GTEST_SKIP() << "no locale sources, which the package locales has";
     }
 };
 
@@ -215,7 +225,7 @@ TEST(CldrSources, PatternsAndLayouts)
     }
 }
 
-TEST_F(CldrTest, ImportGivesTheCommittedSources)
+TEST_F(ImportTest, GivesTheCommittedSources)
 {
     const TemporaryDirectory directory;
     vlx::import::CldrOptions options;
@@ -238,6 +248,21 @@ TEST(CldrTable, SortsAreThoseOfTheTableOfSorts)
         sorts.insert(row.object);
     for (const vlx::import::LanguageRow& row : vlx::import::languageRows())
         EXPECT_TRUE(sorts.contains(row.sort)) << row.object;
+    for (const vlx::import::LanguageRow& row : vlx::import::glibcLanguageRows())
+        EXPECT_TRUE(sorts.contains(row.sort)) << row.object;
+}
+
+TEST_F(CldrTest, ImportFailsWithoutTheLocaleSources)
+{
+    const TemporaryDirectory directory;
+    vlx::import::CldrOptions options;
+    options.glibcDirectory = directory.path().string();
+    options.outputDirectory = directory.path().string();
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(vlx::import::importCldr(options));
+    const std::string errors = testing::internal::GetCapturedStderr();
+    EXPECT_NE(errors.find("ve_ZA: its source"), std::string::npos) << errors;
+    EXPECT_FALSE(std::filesystem::exists(directory.path() / "languages" / "Venda.toml"));
 }
 
 TEST(CldrImport, FailsWithoutItsFiles)
@@ -285,24 +310,38 @@ void expectInPage(const toml::node& node, const char* page)
     }
 }
 
-TEST(CldrSources, EveryTextIsInTheDefaultCodePage)
+// The C library's name of a code page object.
+std::string iconvName(const std::string& page)
 {
-    const std::map<std::string, const char*> pages = {{"English", "CP1252"},
-                                                      {"German", "CP1252"},
-                                                      {"French", "CP1252"},
-                                                      {"Japanese", "CP932"},
-                                                      {"TraditionalChinese", "CP950"},
-                                                      {"Russian", "CP1251"},
-                                                      {"Turkish", "CP1254"}};
-    for (std::size_t i = 0; i < kLanguages.size(); ++i) {
-        const char* const page = pages.at(kLanguages[i]);
-        expectInPage(toml::parse_file(languagePath(kLanguages[i])), page);
-        const toml::table territory = toml::parse_file(territoryPath(kTerritories[i]));
-        expectInPage(territory, page);
+    return page.starts_with("MS") ? "CP" + page.substr(2) : page;
+}
+
+TEST(CldrSources, EveryTextOfALanguageIsInItsCodePage)
+{
+    std::vector<vlx::import::LanguageRow> rows = vlx::import::languageRows();
+    const auto& more = vlx::import::glibcLanguageRows();
+    rows.insert(rows.end(), more.begin(), more.end());
+    EXPECT_EQ(rows.size(), 64U);
+    for (const vlx::import::LanguageRow& row : rows) {
+        SCOPED_TRACE(row.object);
+        const toml::table source = toml::parse_file(languagePath(row.object));
+        EXPECT_EQ(textAt(source, "default_codepage"), row.codePage);
+        expectInPage(source, iconvName(row.codePage).c_str());
+    }
+}
+
+TEST(CldrSources, EveryTextOfATerritoryIsInItsUsualCodePage)
+{
+    EXPECT_EQ(vlx::import::territoryRows().size(), 99U);
+    for (const vlx::import::TerritoryRow& row : vlx::import::territoryRows()) {
+        SCOPED_TRACE(row.object);
+        const std::string page = iconvName(row.codePage);
+        const toml::table source = toml::parse_file(territoryPath(row.object));
+        expectInPage(source, page.c_str());
         for (const char* const key :
              {"number.decimal_point", "number.thousands_separator", "number.list_separator",
               "currency.decimal_point", "currency.thousands_separator"})
-            EXPECT_EQ(byteCount(page, textAt(territory, key)), 1) << kTerritories[i] << " " << key;
+            EXPECT_EQ(byteCount(page.c_str(), textAt(source, key)), 1) << key;
     }
 }
 

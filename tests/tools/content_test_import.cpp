@@ -6,7 +6,9 @@
 #include "import/import_cldr_locale.hpp"
 #include "import/import_cldr_pattern.hpp"
 #include "import/import_cldr_table.hpp"
+#include "import/import_glibc.hpp"
 
+using content_test::TemporaryDirectory;
 using namespace vlx::import;
 
 namespace {
@@ -213,9 +215,67 @@ TEST_F(ImportStore, FactsAboutTerritories)
     EXPECT_EQ(store.currencyDigits("EUR"), 2);
 }
 
+// A locale source with all that its syntax has: both marks of its own, lines that go on, comments,
+// symbols, escapes.
+constexpr char kGlibcSource[] = R"(comment_char %
+escape_char /
+% abday "No"
+LC_IDENTIFICATION
+revision "0.3"
+date     "2005-10-13"
+END LC_IDENTIFICATION
+LC_TIME
+day   "A;a"; /
+% in the midst of a list
+      "<U1E3C>b";"/"c/"";"/<d//";"E";"F";"G"
+abday "A";"B";"C";"D";"E";"F";"G"
+mon   "A";"B";"C";"D";"E";"F";"G";"H";"I";"J";"K";"L"
+abmon "a";"b";"c";"d";"e";"f";"g";"h";"i";"j";"k";"l"
+am_pm "";"pm"
+week 7;19971130;1
+END LC_TIME
+LC_MESSAGES
+day "no"
+END LC_MESSAGES
+)";
+
+TEST(ImportGlibc, SourcesAreReadByTheirSyntax)
+{
+    const TemporaryDirectory directory;
+    std::string complaint;
+    const auto locale = readGlibcLocale(directory.write("xx_XX", kGlibcSource), complaint);
+    ASSERT_TRUE(locale) << complaint;
+    EXPECT_EQ(locale->days, (std::vector<std::string>{"A;a", "Ḽb", "\"c\"", "<d/", "E", "F", "G"}));
+    EXPECT_EQ(locale->shortMonths.back(), "l");
+    EXPECT_EQ(locale->am, "");
+    EXPECT_EQ(locale->pm, "pm");
+    EXPECT_EQ(locale->revision, "0.3");
+    EXPECT_EQ(locale->date, "2005-10-13");
+}
+
+TEST(ImportGlibc, OtherSourcesAreRefused)
+{
+    const TemporaryDirectory directory;
+    std::string complaint;
+    EXPECT_FALSE(readGlibcLocale((directory.path() / "xx_XX").string(), complaint));
+    EXPECT_EQ(complaint, "cannot be read");
+    const auto changed = [&](const std::string& from, const std::string& to) {
+        std::string text = kGlibcSource;
+        text.replace(text.find(from), from.size(), to);
+        EXPECT_FALSE(readGlibcLocale(directory.write("xx_XX", text), complaint));
+        return complaint;
+    };
+    EXPECT_NE(changed(";\"F\";\"G\"\nabday", ";\"F\"\nabday").find("seven days"),
+              std::string::npos);
+    EXPECT_NE(changed("\"l\"", "\"\"").find("twelve months"), std::string::npos);
+    EXPECT_NE(changed("19971130", "19971201").find("Sunday"), std::string::npos);
+}
+
 TEST(ImportTable, TerritoriesOfLanguagesHaveRows)
 {
-    for (const LanguageRow& language : languageRows()) {
+    std::vector<LanguageRow> languages = languageRows();
+    languages.insert(languages.end(), glibcLanguageRows().begin(), glibcLanguageRows().end());
+    for (const LanguageRow& language : languages) {
         bool found = false;
         for (const TerritoryRow& territory : territoryRows())
             found = found || std::string(territory.object) == language.territory;

@@ -67,6 +67,7 @@ class Builder {
     std::optional<Object> compile(const Source& source);
     void readVersion();
     void readAliases();
+    void readKept();
     void write();
 
     std::string pathOf(const char* name) const { return options_.sourceDirectory + "/" + name; }
@@ -80,6 +81,7 @@ class Builder {
     Catalogue catalogue_;
     std::vector<Source> sources_;
     std::vector<Object> objects_;
+    std::vector<Object> kept_; // of the output directory, by their names alone
     std::optional<CharacterData> characters_;
     std::optional<CharacterData> library_; // the page that has all characters is as the library is
     std::optional<RootTable> root_;        // only read if there are sorts
@@ -170,6 +172,27 @@ void Builder::readAliases()
     aliases_ = *text;
 }
 
+// Where some objects alone are compiled, the others that the output directory lists stay listed.
+void Builder::readKept()
+{
+    const fs::path control = fs::path(options_.outputDirectory) / "control.nls";
+    std::error_code none;
+    if (options_.only.empty() || !fs::exists(control, none))
+        return;
+    const auto container = readContainer(control.string(), diagnostics_);
+    if (!container)
+        return;
+    for (const TSObjDisk& entry : controlEntries(*container)) {
+        const std::string name = nameOf(entry);
+        if (std::none_of(objects_.begin(), objects_.end(), [&](const Object& object) {
+                return object.type == entry.type && (object.id == entry.id || object.name == name);
+            }))
+            kept_.push_back({entry.type, entry.id, name, {}});
+    }
+    if (kept_.size() + objects_.size() > TSObjDisk::kMaxEntries)
+        error(options_.outputDirectory, "would hold more than 1,092 objects");
+}
+
 void Builder::write()
 {
     std::error_code failed;
@@ -180,7 +203,8 @@ void Builder::write()
                   containerFile(object.sections, version_), diagnostics_);
     writeFile(directory / "alias.txt", Bytes(aliases_.begin(), aliases_.end()), diagnostics_);
     // Last, so that a directory with a control file has the objects that it lists.
-    writeFile(directory / "control.nls", controlFile(objects_, version_), diagnostics_);
+    kept_.insert(kept_.end(), objects_.begin(), objects_.end());
+    writeFile(directory / "control.nls", controlFile(kept_, version_), diagnostics_);
 }
 
 bool Builder::build()
@@ -206,6 +230,7 @@ bool Builder::build()
             objects_.push_back(std::move(*object));
     }
     dropRepeated(diagnostics_);
+    readKept();
     if (hasErrors(diagnostics_))
         return false;
     write();

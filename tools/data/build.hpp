@@ -9,9 +9,10 @@
 namespace vlx::data {
 
 struct BuildOptions {
-    std::string sourceDirectory;   // with codepages/, languages/, territories/, unicode/, alias.txt
-    std::string outputDirectory;   // made if it does not exist
-    std::vector<std::string> only; // names of objects; all if empty
+    std::string sourceDirectory; // with codepages/, languages/, territories/, unicode/, alias.txt
+    std::string outputDirectory; // made if it does not exist
+    // Names of objects; all if empty. Other objects that the output directory has stay in it.
+    std::vector<std::string> only;
 };
 
 // Writes control.nls, the object files and alias.txt. Every error of every source is reported, and

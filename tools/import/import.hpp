@@ -20,9 +20,11 @@ bool importCharacters(const Options& options);
 
 struct CldrOptions {
     std::string cldrDirectory = "/usr/share/unicode/cldr";
+    std::string glibcDirectory = "/usr/share/i18n/locales"; // for the languages that CLDR lacks
     std::string outputDirectory; // data/, with languages/ and territories/ below it
 };
 
+// Writes one source for each row of the tables of languages and territories.
 bool importCldr(const CldrOptions& options);
 
 // Writes the root table and a source for each sort of the importer's table to sorts/ below data/.

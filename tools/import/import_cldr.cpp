@@ -1,6 +1,8 @@
-// Languages and territories from CLDR: one readable source for every row of the table.
+// Languages and territories from CLDR, and languages that it lacks from glibc: one readable source
+// for every row of the tables.
 #include "import.hpp"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -9,6 +11,7 @@
 #include "import_cldr_locale.hpp"
 #include "import_cldr_table.hpp"
 #include "import_cldr_write.hpp"
+#include "import_glibc.hpp"
 
 namespace vlx::import {
 
@@ -53,6 +56,13 @@ class LocaleReader {
         if (!result)
             fail(what + ": \"" + text + "\" does not fit the code page");
         return result.value_or("");
+    }
+    std::vector<std::string> fitted(const std::vector<std::string>& texts, const std::string& what)
+    {
+        std::vector<std::string> results;
+        for (const std::string& text : texts)
+            results.push_back(fitted(text, what));
+        return results;
     }
     std::string text(const std::string& path) { return fitted(raw(path), path); }
 
@@ -125,10 +135,23 @@ std::string upperCase(std::string text)
     return text;
 }
 
-// The name of a language or territory in English, which every code page holds.
+// The name of a language or territory in English.
 std::string englishName(CldrStore& store, const std::string& kind, const std::string& type)
 {
-    return store.text("en", "localeDisplayNames/" + kind + "[@type='" + type + "']").value_or(type);
+    return store.text("en", "localeDisplayNames/" + kind + "[@type='" + type + "']").value_or("");
+}
+
+// The name that is shown for an object: one that every code page can write.
+std::string displayName(LocaleReader& reader, const char* wanted, const std::string& english)
+{
+    const std::string name = wanted == nullptr ? english : wanted;
+    if (name.empty() ||
+        std::any_of(name.begin(), name.end(), [](char c) { return c < ' ' || c > '~'; }))
+        reader.fail("display name: \"" + name + "\" is not plain ASCII");
+    if (wanted != nullptr)
+        reader.notes().push_back("display name: chosen, CLDR has " +
+                                 (english.empty() ? "none" : "\"" + english + "\""));
+    return name;
 }
 
 std::vector<std::string> dayNames(LocaleReader& reader, const std::string& width)
@@ -208,9 +231,10 @@ void readPatterns(LocaleReader& reader, TerritoryValues& values)
     values.longDate = reader.pattern(date + "full']/dateFormat/pattern", "long date pattern");
 }
 
-Origin originOf(const CldrStore& store, const char* locale, const char* codePage)
+Origin originOf(const CldrStore& store, const std::string& locale, const char* codePage)
 {
-    return {store.version(), store.copyright(), locale, codePage};
+    return {"CLDR " + store.version() + ", locale " + locale, store.copyright(), "Unicode-DFS-2016",
+            codePage};
 }
 
 bool writeFile(const fs::path& path, const std::string& text)
@@ -223,6 +247,13 @@ bool writeFile(const fs::path& path, const std::string& text)
     return out.good();
 }
 
+bool writeLanguage(const fs::path& directory, const LanguageRow& row, const LanguageValues& values,
+                   const Origin& origin, const LocaleReader& reader)
+{
+    return reader.good() && writeFile(directory / "languages" / (std::string(row.object) + ".toml"),
+                                      languageSource(row, values, origin, reader.notes()));
+}
+
 bool importLanguage(CldrStore& store, const LanguageRow& row, const fs::path& directory)
 {
     LocaleReader reader(store, row.locale, row.codePage, row.substitutes);
@@ -230,17 +261,46 @@ bool importLanguage(CldrStore& store, const LanguageRow& row, const fs::path& di
     LanguageValues values;
     values.code = upperCase(locale.substr(0, locale.find('_')));
     values.displayName =
-        reader.fitted(englishName(store, "languages/language", locale), "display name");
+        displayName(reader, row.displayName, englishName(store, "languages/language", locale));
     values.days = dayNames(reader, "wide");
     values.shortDays = dayNames(reader, "abbreviated");
     values.months = monthNames(reader, "wide");
     values.shortMonths = monthNames(reader, "abbreviated");
     values.am = dayPeriod(reader, "am");
     values.pm = dayPeriod(reader, "pm");
-    return reader.good() &&
-           writeFile(directory / "languages" / (std::string(row.object) + ".toml"),
-                     languageSource(row, values, originOf(store, row.locale, row.codePage),
-                                    reader.notes()));
+    return writeLanguage(directory, row, values, originOf(store, locale, row.codePage), reader);
+}
+
+// A language of which CLDR knows the name alone.
+bool importGlibcLanguage(CldrStore& store, const LanguageRow& row, const std::string& sources,
+                         const fs::path& directory)
+{
+    LocaleReader reader(store, row.locale, row.codePage, row.substitutes);
+    std::string complaint;
+    const std::optional<GlibcLocale> locale =
+        readGlibcLocale((fs::path(sources) / row.locale).string(), complaint);
+    if (!locale) {
+        reader.fail("its source in " + sources + " " + complaint);
+        return false;
+    }
+    const std::string language = std::string(row.locale).substr(0, 2);
+    LanguageValues values;
+    values.code = upperCase(language);
+    values.displayName =
+        displayName(reader, row.displayName, englishName(store, "languages/language", language));
+    values.days = reader.fitted(locale->days, "day");
+    values.shortDays = reader.fitted(locale->shortDays, "abday");
+    values.months = reader.fitted(locale->months, "mon");
+    values.shortMonths = reader.fitted(locale->shortMonths, "abmon");
+    if (locale->am.empty() && locale->pm.empty())
+        reader.notes().emplace_back("the source has no AM and PM, the usual ones stand for them");
+    values.am = reader.fitted(locale->am.empty() ? "AM" : locale->am, "am_pm");
+    values.pm = reader.fitted(locale->pm.empty() ? "PM" : locale->pm, "am_pm");
+    const Origin origin = {"the locale source " + std::string(row.locale) + " of glibc, revision " +
+                               locale->revision + " of " + locale->date,
+                           "The Free Software Foundation claims no copyright in this locale data.",
+                           "LGPL-2.1-or-later, as glibc", row.codePage};
+    return writeLanguage(directory, row, values, origin, reader);
 }
 
 bool importTerritory(CldrStore& store, const TerritoryRow& row, const fs::path& directory)
@@ -250,7 +310,7 @@ bool importTerritory(CldrStore& store, const TerritoryRow& row, const fs::path& 
     TerritoryValues values;
     values.code = store.alpha3(region);
     values.displayName =
-        reader.fitted(englishName(store, "territories/territory", region), "display name");
+        displayName(reader, row.displayName, englishName(store, "territories/territory", region));
     readNumbers(reader, values);
     readCurrency(reader, store, region, values);
     readPatterns(reader, values);
@@ -276,6 +336,8 @@ bool importCldr(const CldrOptions& options)
     bool good = true;
     for (const LanguageRow& row : languageRows())
         good = importLanguage(store, row, directory) && good;
+    for (const LanguageRow& row : glibcLanguageRows())
+        good = importGlibcLanguage(store, row, options.glibcDirectory, directory) && good;
     for (const TerritoryRow& row : territoryRows())
         good = importTerritory(store, row, directory) && good;
     return good;

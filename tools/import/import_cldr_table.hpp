@@ -22,10 +22,11 @@ struct LanguageRow {
     const char* locale;
     const char* territory;
     const char* codePage;
-    const char* sort; // of the importer's table of sorts, or Binary
-    std::vector<Substitute> substitutes;
-    std::vector<CasePair> upperPairs; // from SpecialCasing of Unicode 15
-    std::vector<CasePair> lowerPairs;
+    const char* sort;                  // of the importer's table of sorts, or Binary
+    const char* displayName = nullptr; // where the English name of the locale will not do
+    std::vector<Substitute> substitutes = {};
+    std::vector<CasePair> upperPairs = {}; // from SpecialCasing of Unicode 15
+    std::vector<CasePair> lowerPairs = {};
 };
 
 // The values of a territory as its source holds them.
@@ -50,11 +51,16 @@ struct TerritoryRow {
     const char* object;
     const char* locale;
     const char* codePage;
-    std::vector<Substitute> substitutes;
+    const char* displayName = nullptr; // where the English name of the country will not do
+    std::vector<Substitute> substitutes = {};
     void (*bend)(TerritoryValues&, Notes&) = nullptr; // the last word over what CLDR says
 };
 
+// In the order of their ids. Names of objects are those of the library's table of native locales,
+// misspellings included.
 const std::vector<LanguageRow>& languageRows();
+// The languages that CLDR lacks: `locale` is a locale source of glibc.
+const std::vector<LanguageRow>& glibcLanguageRows();
 const std::vector<TerritoryRow>& territoryRows();
 
 } // namespace vlx::import

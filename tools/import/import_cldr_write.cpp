@@ -81,10 +81,9 @@ void writeHead(const std::string& title, const Origin& origin, const Notes& note
                std::ostream& out)
 {
     out << "# " << title << "\n#\n"
-        << "# Origin: CLDR " << origin.version << ", locale " << origin.locale
-        << ", by `vlx-import cldr`.\n"
+        << "# Origin: " << origin.source << ", by `vlx-import cldr`.\n"
         << "# " << origin.copyright << "\n"
-        << "# Licence: Unicode-DFS-2016.\n"
+        << "# Licence: " << origin.licence << ".\n"
         << "# Every text can be written in " << origin.codePage << ".\n";
     if (notes.empty())
         out << "# No value is bent.\n";

@@ -11,9 +11,9 @@ namespace vlx::import {
 
 // Where the values of a source come from, for its head.
 struct Origin {
-    std::string version;
+    std::string source; // "CLDR 41, locale en"
     std::string copyright;
-    std::string locale;
+    std::string licence;
     std::string codePage;
 };
 

@@ -25,6 +25,8 @@ int run(int argc, char** argv)
     vlx::import::CldrOptions texts;
     CLI::App* const cldr = app.add_subcommand("cldr", "Languages and territories, from CLDR");
     cldr->add_option("--cldr", texts.cldrDirectory, "the CLDR directory")->capture_default_str();
+    cldr->add_option("--glibc", texts.glibcDirectory, "the locale sources of glibc")
+        ->capture_default_str();
     cldr->add_option("-o,--output", texts.outputDirectory, "data")->required();
     vlx::import::CldrOptions orders;
     CLI::App* const sorts = app.add_subcommand("sorts", "The root order and its rules, from CLDR");

@@ -28,7 +28,7 @@ constexpr const char* kFooter = R"(Examples:
   tail -f log.txt | vlx conv -f UTF-8 -t 932
   vlx msg payroll 1 12 --locale German
   vlx ids --type codepage CP1252 932
-  vlx format --locale German_Switzerland money -- -1234.5
+  vlx format --locale German_German-Switzerland money -- -1234.5
   vlx format --locale French_France time --pattern '%#x' 2005-03-07
   vlx parse --locale German_Germany number 1.234,5
 
