@@ -44,9 +44,6 @@ class FieldCutter {
 
     Slice cut(const FieldRange& range) const;
 
-    // The byte that leads into the state 1 of a slice.
-    char shiftIn() const { return static_cast<char>(walk_.page().shiftIn()); }
-
   private:
     struct Field {
         std::size_t begin; // of its characters

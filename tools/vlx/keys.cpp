@@ -37,15 +37,34 @@ void appendPart(std::string& key, std::string_view part, bool isReversed)
 
 KeyBuilder::KeyBuilder(TSLocale* locale, std::vector<KeyPart> parts,
                        std::optional<std::string> separator)
-    : locale_(locale), parts_(std::move(parts)),
+    : locale_(locale), page_(locale, nullptr), parts_(std::move(parts)),
       isBinary_(TSGetLocaleNumInfo(locale, TS_LI_SORT_ID, 0) == 0)
 {
     if (std::any_of(parts_.begin(), parts_.end(), [](const KeyPart& part) { return part.range; }))
         cutter_.emplace(locale, std::move(separator));
 }
 
-std::string_view KeyBuilder::keyOf(std::string_view line)
+// Of shift bytes side by side, as where fixed records follow each other, the last one counts; the
+// library would take it for a character. In the order of codes all bytes do.
+std::string_view KeyBuilder::settled(std::string_view line)
 {
+    const auto bothShift = [this](char one, char other) {
+        return page_.isShift(static_cast<std::uint8_t>(one)) &&
+               page_.isShift(static_cast<std::uint8_t>(other));
+    };
+    if (!page_.stateful() || isBinary_ ||
+        std::adjacent_find(line.begin(), line.end(), bothShift) == line.end())
+        return line;
+    settled_.clear();
+    for (std::size_t i = 0; i < line.size(); ++i)
+        if (i + 1 == line.size() || !bothShift(line[i], line[i + 1]))
+            settled_ += line[i];
+    return settled_;
+}
+
+std::string_view KeyBuilder::keyOf(std::string_view whole)
+{
+    const std::string_view line = settled(whole);
     if (cutter_)
         cutter_->split(line);
     if (parts_.size() == 1 && !parts_.front().isReversed)
@@ -59,8 +78,9 @@ std::string_view KeyBuilder::keyOf(std::string_view line)
     return key_;
 }
 
-std::vector<MadeKey> KeyBuilder::partsOf(std::string_view line)
+std::vector<MadeKey> KeyBuilder::partsOf(std::string_view whole)
 {
+    const std::string_view line = settled(whole);
     if (cutter_)
         cutter_->split(line);
     std::vector<MadeKey> keys;
@@ -81,7 +101,7 @@ Slice KeyBuilder::withState(const Slice& text)
 {
     if (!isBinary_ || text.state == 0)
         return text;
-    shifted_.assign(1, cutter_->shiftIn());
+    shifted_.assign(1, static_cast<char>(page_.shiftIn()));
     shifted_.append(text.bytes, text.size);
     return {shifted_.data(), shifted_.size(), 0};
 }

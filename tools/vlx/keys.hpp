@@ -39,16 +39,19 @@ class KeyBuilder {
     std::vector<MadeKey> partsOf(std::string_view line);
 
   private:
+    std::string_view settled(std::string_view line);
     std::string_view partKey(const KeyPart& part, std::string_view line);
     std::string_view textKey(const Slice& text, std::uint32_t options);
     std::string_view numberKey(const Slice& text);
     Slice withState(const Slice& text);
 
     TSLocale* const locale_;
+    const PageFacts page_;
     const std::vector<KeyPart> parts_;
     std::optional<FieldCutter> cutter_; // where a part is of fields
     bool isBinary_;
     std::vector<char> made_;
+    std::string settled_;
     std::string shifted_;
     std::string key_;
 };

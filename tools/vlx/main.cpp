@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <limits>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -246,6 +247,9 @@ int main(int argc, char** argv)
 {
     try {
         return vlx::cli::run(argc, argv);
+    } catch (const std::bad_alloc&) {
+        fmt::print(stderr, "vlx: out of memory; close other programs and try again\n");
+        return vlx::cli::kExitFailed;
     } catch (const std::exception& failure) {
         std::fflush(stdout);
         fmt::print(stderr, "vlx: {}\n", failure.what());

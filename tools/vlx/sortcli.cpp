@@ -102,9 +102,11 @@ void SortCommand::addModes()
     key->excludes(check)->excludes(quiet);
 }
 
-int SortCommand::run(const Library&, Output& output) const
+int SortCommand::run(const Library& library, Output& output) const
 {
     const LocaleHandle locale = openLocale(options_.locale);
+    if (!options_.pair.empty())
+        return explainPair(library, locale.get(), options_, output);
     if (options_.checks || options_.checksQuietly)
         return checkOrder(locale.get(), options_, output);
     if (options_.showsKeys)
