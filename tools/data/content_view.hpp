@@ -48,7 +48,7 @@ class ContentView {
     std::string shown(std::size_t offset) const
     {
         const std::optional<std::u16string> text = textAt(offset);
-        return text ? quoted(*text) : "?";
+        return text ? data::quoted(*text) : "?";
     }
 
   private:

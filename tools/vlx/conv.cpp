@@ -3,13 +3,10 @@
 #include <memory>
 #include <vector>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include "codepage.hpp"
 #include "commands.hpp"
 #include "failure.hpp"
+#include "infile.hpp"
 #include "losses.hpp"
 #include "outfile.hpp"
 #include "progress.hpp"
@@ -21,60 +18,6 @@ namespace {
 constexpr std::size_t kSlice = 1 << 15; // the library takes less than 64 KiB at a time
 constexpr std::size_t kLongest = 5;     // bytes that one byte of a text can become
 constexpr int kShown = 5;               // losses of each kind that are told one by one
-
-class InputFile {
-  public:
-    explicit InputFile(const std::string& name)
-        : shown_(name == "-" ? std::string("standard input") : name),
-          file_(name == "-" ? STDIN_FILENO : open(name.c_str(), O_RDONLY | O_CLOEXEC))
-    {
-        if (file_ < 0)
-            throw Failure(fmt::format("cannot open {}: {}; give the name of a file that can be "
-                                      "read, or - for standard input",
-                                      name, systemReason()));
-    }
-    ~InputFile()
-    {
-        if (file_ != STDIN_FILENO)
-            close(file_);
-    }
-    InputFile(const InputFile&) = delete;
-    InputFile& operator=(const InputFile&) = delete;
-
-    const std::string& shown() const { return shown_; }
-
-    // What is there, without waiting for more; 0 at the end.
-    std::size_t read(char* buffer, std::size_t size) const
-    {
-        for (;;) {
-            const ssize_t count = ::read(file_, buffer, size);
-            if (count >= 0)
-                return static_cast<std::size_t>(count);
-            if (errno != EINTR)
-                throw Failure(fmt::format("cannot read {}: {}; give a file that can be read",
-                                          shown_, systemReason()));
-        }
-    }
-
-  private:
-    const std::string shown_;
-    const int file_;
-};
-
-// The bytes of all files together, if they are files.
-std::optional<std::uint64_t> totalSize(const std::vector<std::string>& files)
-{
-    std::uint64_t total = 0;
-    for (const std::string& file : files) {
-        struct stat status = {};
-        const bool known =
-            file == "-" ? fstat(STDIN_FILENO, &status) == 0 : stat(file.c_str(), &status) == 0;
-        if (!known || !S_ISREG(status.st_mode))
-            return std::nullopt;
-        total += static_cast<std::uint64_t>(status.st_size);
-    }
-    return total;
-}
 
 // What the conversion of all texts shares.
 struct Surroundings {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <limits>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "commands.hpp"
 #include "failure.hpp"
 #include "format.hpp"
+#include "sort.hpp"
 
 namespace vlx::cli {
 
@@ -26,6 +28,9 @@ constexpr const char* kFooter = R"(Examples:
   iconv -t CP1252 note.txt | vlx walk --locale German -
   vlx conv -f IBM930 -t UTF-8 tape.bin -o tape.txt
   tail -f log.txt | vlx conv -f UTF-8 -t 932
+  vlx sort --locale Japanese.IBM930@General tape.bin -o tape.bin
+  vlx sort --locale German_Germany.UTF-8 -t ';' -k 3n -k 1,1f accounts.txt
+  vlx sort --locale German --explain Muller Müller
   vlx msg payroll 1 12 --locale German
   vlx ids --type codepage CP1252 932
   vlx format --locale German_German-Switzerland money -- -1234.5
@@ -33,7 +38,7 @@ constexpr const char* kFooter = R"(Examples:
   vlx parse --locale German_Germany number 1.234,5
 
 Exit status: 0 good; 1 the text has characters that are unmapped, substituted or cut off, or was not
-read to its end; 2 failure.)";
+read to its end, or is not in order; 2 failure.)";
 
 struct Options {
     std::string directory;
@@ -189,7 +194,8 @@ int run(int argc, char** argv)
 {
     Options options;
     CLI::App app{
-        "vlx looks at locale data, and at text in any code page, and converts it, through libvlx.",
+        "vlx looks at locale data, and at text in any code page, converts and sorts it, through "
+        "libvlx.",
         "vlx"};
     app.require_subcommand(1);
     app.set_version_flag("--version", "vlx " VLX_VERSION, "Print the version and leave");
@@ -207,6 +213,7 @@ int run(int argc, char** argv)
     addWalk(app, options);
     const CLI::App* const conv = addConv(app, options);
     const TextCommands text(app);
+    const SortCommand sort(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -227,6 +234,8 @@ int run(int argc, char** argv)
         return printIds(library, options.ids, output);
     if (text.parsed())
         return text.run(output);
+    if (sort.parsed())
+        return sort.run(library, output);
     return walkText(library, options.walk, output);
 }
 
@@ -238,6 +247,9 @@ int main(int argc, char** argv)
 {
     try {
         return vlx::cli::run(argc, argv);
+    } catch (const std::bad_alloc&) {
+        fmt::print(stderr, "vlx: out of memory; close other programs and try again\n");
+        return vlx::cli::kExitFailed;
     } catch (const std::exception& failure) {
         std::fflush(stdout);
         fmt::print(stderr, "vlx: {}\n", failure.what());

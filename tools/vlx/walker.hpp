@@ -27,6 +27,7 @@ class PageFacts {
         return stateful_ && (byte == shiftIn_ || byte == shiftOut_);
     }
     bool isShiftIn(std::uint8_t byte) const { return stateful_ && byte == shiftIn_; }
+    std::uint8_t shiftIn() const { return shiftIn_; }
     std::uint8_t shiftOut() const { return shiftOut_; }
     bool isLineEnd(std::uint8_t byte) const { return lineEnds_[byte]; }
 

@@ -38,6 +38,7 @@ class Child {
     std::string read(std::size_t size) const; // waits for so many bytes, or for the end
     void endInput();
     void signal(int signal) const;
+    int id() const { return child_; } // of the process
 
     struct End {
         int status;      // as wait() gives it
