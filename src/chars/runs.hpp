@@ -122,6 +122,26 @@ inline void narrowBlock(const TSChar16* block, char* output)
     storeBlock(output, _mm_packus_epi16(loadBlock(block), loadBlock(block + kBlock / 2)));
 }
 
+// The units of a block before its first zero.
+inline int unitsBeforeZero(const TSChar16* block)
+{
+    const __m128i zero = _mm_setzero_si128();
+    const __m128i areZero = _mm_packs_epi16(_mm_cmpeq_epi16(loadBlock(block), zero),
+                                            _mm_cmpeq_epi16(loadBlock(block + kBlock / 2), zero));
+    return std::countr_zero(static_cast<unsigned>(_mm_movemask_epi8(areZero)) | 1u << kBlock);
+}
+
+// The first `run` values of a block as bytes. The output has room for a block, whose other bytes
+// stay as they are.
+inline void narrowStart(const TSChar16* block, char* output, int run)
+{
+    const __m128i places = _mm_setr_epi8(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
+    const __m128i areOfRun = _mm_cmpgt_epi8(_mm_set1_epi8(static_cast<char>(run)), places);
+    const __m128i bytes = _mm_packus_epi16(loadBlock(block), loadBlock(block + kBlock / 2));
+    storeBlock(output, _mm_or_si128(_mm_and_si128(areOfRun, bytes),
+                                    _mm_andnot_si128(areOfRun, loadBlock(output))));
+}
+
 inline __m128i asciiUpper(__m128i bytes)
 {
     // The letters become the largest of all signed numbers.
@@ -264,6 +284,19 @@ inline void narrowBlock(const TSChar16* block, char* output)
 {
     for (int i = 0; i < kBlock; ++i)
         output[i] = static_cast<char>(block[i]);
+}
+
+inline int unitsBeforeZero(const TSChar16* block)
+{
+    return static_cast<int>(findWord(block, kBlock, 0));
+}
+
+inline void narrowStart(const TSChar16* block, char* output, int run)
+{
+    TSChar16 units[kBlock];
+    std::memcpy(units, block, sizeof units);
+    for (int i = 0; i < run; ++i)
+        output[i] = static_cast<char>(units[i]);
 }
 
 #endif

@@ -10,10 +10,9 @@ namespace {
 
 constexpr char kBinarySortName[] = "Binary";
 
-// Header words of the language: code and name, and what the others are behind their items.
+// Header words of the language, beside those of its names.
 constexpr int kLanguageCodeWord = 5;
 constexpr int kLanguageNameWord = 6;
-constexpr std::int32_t kWordsBehindItems = 9;
 
 // Header words of the territory. The separators are words 0 to 4 themselves.
 constexpr int kTerritoryCodeWord = 11;
@@ -64,7 +63,7 @@ ItemText defaultName(std::uint16_t type, std::uint16_t id)
 ItemText fixedText(const TSLocale& locale, std::int32_t item)
 {
     if (item >= TS_LI_DAY_1 && item <= TS_LI_PM)
-        return contentText(locale.language, item - kWordsBehindItems);
+        return nameText(locale, item);
     const TSLanguageContent& language = languageOf(locale);
     switch (item) {
     case TS_LI_LANGUAGE_OBJECT:

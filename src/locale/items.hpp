@@ -32,6 +32,15 @@ ItemText itemText(const TSLocale& locale, std::int32_t item, bool useRecord);
 // The same, but text of the record in its 16-bit form.
 ItemText itemTextU(const TSLocale& locale, std::int32_t item, bool useRecord);
 
+// The text of a name of the language, TS_LI_DAY_1 to TS_LI_PM, which no record changes.
+inline ItemText nameText(const TSLocale& locale, std::int32_t item)
+{
+    constexpr std::int32_t kWordsBehindItems = 9; // of the language's header
+    const std::uint8_t* const content = locale.language->sections[0];
+    const std::uint16_t offset = reinterpret_cast<const Le16*>(content)[item - kWordsBehindItems];
+    return {content + offset, TS_TEXT_UNICODE, false, true};
+}
+
 // The value of a number item; false if there is no such item.
 bool itemNumber(const TSLocale& locale, std::int32_t item, bool useRecord, std::int32_t& value);
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 
 #include "frame/globals.hpp"
 #include "frame/trace.hpp"
@@ -68,23 +69,53 @@ bool readDirective(const PatternTable& table, const Unit* at, std::int32_t left,
     return true;
 }
 
-// A number among the directives, as it is written: a field and its range. The numbers that have no
-// range are in it always.
-struct TimeNumber {
-    std::int64_t value;
-    int width;
-    bool inRange;
+// What a directive writes.
+enum class TimeText : std::uint8_t {
+    kOther,  // no field
+    kNumber, // a field and what is added to it
+    kHour,   // of a half of the day
+    kWeek,   // of the year
+    kName,   // the name of a field, by its item
+    kHalf    // of the day, by its name
 };
-// A width of 0: no number.
-TimeNumber timeNumber(char letter, const TSTimeFields& time);
 
-// A name among the directives: its item, 0 if the field is out of range.
-bool isTimeName(char letter);
-int timeName(char letter, const TSTimeFields& time);
+constexpr bool isNumber(TimeText text)
+{
+    return text == TimeText::kNumber || text == TimeText::kHour || text == TimeText::kWeek;
+}
+constexpr bool isName(TimeText text)
+{
+    return text == TimeText::kName || text == TimeText::kHalf;
+}
+
+struct TimeDirective {
+    std::int32_t TSTimeFields::*field;
+    std::uint32_t most; // of the field, which has to be 0 at least
+    std::int32_t base;  // added to the field: the number, or the item; of a week its first day
+    std::uint8_t width; // of the number
+    TimeText text;
+};
+inline constexpr int kLetters = 128;
+extern const std::array<TimeDirective, kLetters> kTimeDirectives; // by letter
+
+inline constexpr int kMostDigits = 4; // of a number
+
+// A number as it is written, without a sign.
+struct TimeNumber {
+    std::uint32_t value;
+    int width;
+};
+
+// The week of a day of the year, if weeks begin `start` days behind Sunday.
+constexpr std::uint32_t weekOfYear(std::int32_t dayOfYear, std::int32_t dayOfWeek, int start)
+{
+    const std::int32_t day = (dayOfWeek + 7 - start) % 7;
+    return static_cast<std::uint32_t>(dayOfYear / 7 + (dayOfYear % 7 >= day ? 1 : 0));
+}
 
 // The digits of a number: as many as its width with leading zeros, or without them.
 struct TimeDigits {
-    char digits[4]; // ASCII
+    char digits[kMostDigits]; // ASCII
     int count;
 };
 TimeDigits timeDigits(const TimeNumber& number, bool flag);

@@ -25,7 +25,6 @@ struct TimeField {
     std::int32_t add;
     bool noonIsZero;
 };
-inline constexpr int kLetters = 128;
 extern const std::array<TimeField, kLetters> kTimeFields; // by letter; a width of 0: no number
 
 // A name among the directives: its items, and its field, which takes the number among them.

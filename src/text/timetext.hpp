@@ -19,20 +19,42 @@ struct TimeCall {
     bool tooDeep = false; // patterns name each other
 };
 
-// Writes a directive and gives its code. The output has room for a unit.
+// The number of a directive that writes one; false if a field is out of range.
+inline bool numberOf(const TimeDirective& known, const TSTimeFields& time, TimeNumber& number)
+{
+    const std::int32_t field = time.*known.field;
+    if (static_cast<std::uint32_t>(field) > known.most)
+        return false;
+    if (known.text == TimeText::kNumber) {
+        const std::int64_t sum = std::int64_t{field} + known.base;
+        number = {static_cast<std::uint32_t>(sum < 0 ? -sum : sum), known.width};
+    } else if (known.text == TimeText::kHour) {
+        number = {field % 12 == 0 ? 12 : static_cast<std::uint32_t>(field % 12), known.width};
+    } else {
+        constexpr std::uint32_t kLastDay = 365;
+        if (static_cast<std::uint32_t>(time.dayOfYear) > kLastDay)
+            return false;
+        number = {weekOfYear(time.dayOfYear, field, known.base), known.width};
+    }
+    return true;
+}
+
+// The item of a directive that writes a name; 0 if the field is out of range.
+inline int nameOf(const TimeDirective& known, const TSTimeFields& time)
+{
+    const std::int32_t field = time.*known.field;
+    if (static_cast<std::uint32_t>(field) > known.most)
+        return 0;
+    if (known.text == TimeText::kName)
+        return known.base + field;
+    return field < 12 ? TS_LI_AM : TS_LI_PM;
+}
+
+// Writes a directive that has no field and gives its code.
 template <class Output>
-std::int32_t putDirective(TimeCall& call, const Directive& directive, Output& output, int depth)
+std::int32_t putOther(TimeCall& call, const Directive& directive, Output& output, int depth)
 {
     using Unit = typename Output::Form::Unit;
-    if (const TimeNumber number = timeNumber(directive.letter, call.time); number.width != 0) {
-        if (!number.inRange)
-            return TS_ERR_NOT_FOUND;
-        return output.putNumber(number, directive.flag);
-    }
-    if (isTimeName(directive.letter)) {
-        const int item = timeName(directive.letter, call.time);
-        return item ? output.putName(item) : TS_ERR_NOT_FOUND;
-    }
     // Deliberate: a nested pattern is written over the start of the text, and what it has written
     // counts behind the place of its directive.
     switch (directive.letter) {
@@ -55,12 +77,32 @@ std::int32_t putDirective(TimeCall& call, const Directive& directive, Output& ou
     }
 }
 
+// Writes a directive and gives its code. The output has room for a unit.
+template <class Output>
+std::int32_t putDirective(TimeCall& call, const Directive& directive, Output& output, int depth)
+{
+    const TimeDirective& known = kTimeDirectives[static_cast<std::uint8_t>(directive.letter)];
+    if (known.text == TimeText::kOther)
+        return putOther(call, directive, output, depth);
+    if (isName(known.text)) {
+        const int item = nameOf(known, call.time);
+        return item ? output.putName(item) : TS_ERR_NOT_FOUND;
+    }
+    TimeNumber number;
+    return numberOf(known, call.time, number) ? output.putNumber(number, directive.flag)
+                                              : TS_ERR_NOT_FOUND;
+}
+
 // Walks through a pattern and gives the code of the walk.
 template <class Output>
-std::int32_t putTime(TimeCall& call, Text<typename Output::Form> pattern, Output& output, int depth)
+std::int32_t putTime(TimeCall& call, Text<typename Output::Form>& pattern, Output& output,
+                     int depth)
 {
     std::int32_t code = TS_ERR_NONE;
-    while (code == TS_ERR_NONE && output.room() > 0 && output.form().settle(pattern)) {
+    while (code == TS_ERR_NONE) {
+        output.putUsual(pattern);
+        if (output.room() <= 0 || !output.form().settle(pattern))
+            break;
         const std::int32_t length = output.form().length(pattern);
         if (length > 1) {
             code = length > pattern.left() ? TS_ERR_DIRECTIVE : output.putLong(pattern.at, length);
@@ -98,6 +140,34 @@ class TimeOutput {
     std::int32_t room() const { return size_ - count_; }
     bool ends(const Text<Form>& pattern) const { return pattern.at == pattern.end; }
 
+    // The short way for what nearly all patterns are made of: characters of one unit, numbers with
+    // their zeros, and names in bytes, as long as there is room for any of them.
+    void putUsual(Text<Form>& pattern)
+    {
+        constexpr std::int32_t kMost = sizeof(Unit) == 1 ? Reader::kNameSize : kMostDigits + 1;
+        const Form form = this->form();
+        const Unit* const end = pattern.end;
+        const Unit* at = pattern.at;
+        std::int32_t count = count_;
+        while (at != end && size_ - count >= kMost && form.length({at, end}) == 1) {
+            if (letterOf(call_.table, *at) != kMark) {
+                destination_[count++] = *at++;
+                continue;
+            }
+            if (end - at < 2)
+                break;
+            const TimeDirective& known =
+                kTimeDirectives[static_cast<std::uint8_t>(letterOf(call_.table, at[1]))];
+            const std::int32_t written = putKnown(known, destination_ + count);
+            if (written < 0)
+                break;
+            count += written;
+            at += 2;
+        }
+        count_ = count;
+        pattern.at = at;
+    }
+
     std::int32_t putUnit(Unit unit)
     {
         destination_[count_++] = unit;
@@ -116,23 +186,6 @@ class TimeOutput {
     // Deliberate: a number that ends with the room has been written, and is reported as cut.
     std::int32_t putNumber(const TimeNumber& number, bool flag)
     {
-        if (!flag && room() > number.width) { // the usual case
-            const std::int64_t magnitude = number.value < 0 ? -number.value : number.value;
-            const auto value = static_cast<std::uint32_t>(magnitude % 10000);
-            Unit* const at = destination_ + count_;
-            count_ += number.width;
-            if (number.width == 2) {
-                putTwo(at, value % 100);
-            } else if (number.width == 4) {
-                putTwo(at, value / 100);
-                putTwo(at + 2, value % 100);
-            } else { // one or three
-                if (number.width == 3)
-                    putTwo(at, value / 10 % 100);
-                at[number.width - 1] = static_cast<Unit>(value % 10 + call_.signs.zero);
-            }
-            return TS_ERR_NONE;
-        }
         const TimeDigits digits = timeDigits(number, flag);
         const std::int32_t count = std::min(digits.count, room());
         for (std::int32_t i = 0; i < count; ++i)
@@ -142,16 +195,6 @@ class TimeOutput {
 
     std::int32_t putName(int item)
     {
-        // Bytes go straight to their place, where no name is too long; the others are terminated.
-        if (sizeof(Unit) == 1 && room() >= Reader::kNameSize) {
-            Unit* const place = destination_ + count_;
-            const ValueText<Unit> text =
-                Reader{call_.locale, call_.ofObject}.text(item, place, Reader::kNameSize);
-            if (text.at != place)
-                std::copy_n(text.at, text.length, place);
-            count_ += text.length;
-            return TS_ERR_NONE;
-        }
         Unit buffer[Reader::kNameSize];
         const ValueText<Unit> name =
             Reader{call_.locale, call_.ofObject}.text(item, buffer, Reader::kNameSize);
@@ -175,12 +218,45 @@ class TimeOutput {
         const ValueText<Unit> pattern =
             Reader{call_.locale, call_.ofObject}.text(item, buffer, Reader::kNameSize);
         TimeOutput output(call_, atStart ? destination_ : destination_ + count_, room());
-        putTime(call_, {pattern.at, pattern.at + pattern.length}, output, depth + 1);
+        Text<Form> walk{pattern.at, pattern.at + pattern.length};
+        putTime(call_, walk, output, depth + 1);
         count_ += output.count();
         return call_.tooDeep ? TS_ERR_DIRECTIVE : TS_ERR_NONE;
     }
 
   private:
+    // A directive where there is room for it; -1 if it takes the long way.
+    std::int32_t putKnown(const TimeDirective& known, Unit* at) const
+    {
+        if (isNumber(known.text)) {
+            TimeNumber number;
+            if (!numberOf(known, call_.time, number))
+                return -1;
+            putDigits(number, at);
+            return number.width;
+        }
+        if constexpr (sizeof(Unit) == 1) {
+            if (isName(known.text))
+                if (const int item = nameOf(known, call_.time))
+                    return putPlainName(call_.locale, item, at, Reader::kNameSize);
+        }
+        return -1;
+    }
+
+    // The last digits of a number, as many as its width; two at a time, as most numbers have two.
+    void putDigits(const TimeNumber& number, Unit* at) const
+    {
+        if (number.width == 2) {
+            putTwo(at, number.value % 100);
+        } else if (number.width == 4) {
+            putTwo(at, number.value / 100 % 100);
+            putTwo(at + 2, number.value % 100);
+        } else {
+            std::uint32_t value = number.value;
+            for (Unit* digit = at + number.width; digit != at; value /= 10)
+                *--digit = static_cast<Unit>(value % 10 + call_.signs.zero);
+        }
+    }
     void putTwo(Unit* at, std::uint32_t value) const
     {
         const std::uint32_t zero = call_.signs.zero;
@@ -196,7 +272,7 @@ class TimeOutput {
 
 // Writes a time; one place of `size` is kept for the terminator, if that is wanted.
 template <class Form, class Reader>
-Written writeTime(TimeCall& call, Text<Form> pattern, typename Form::Unit* destination,
+Written writeTime(TimeCall& call, Text<Form>&& pattern, typename Form::Unit* destination,
                   std::int32_t size)
 {
     TimeOutput<Form, Reader> output(call, destination, size);

@@ -1,38 +1,32 @@
 // TSStringToLong: a whole number from text in the form of the locale.
 #include "text/parse.hpp"
+#include "text/usual.hpp"
 
 TS_TRACE_UNIT("tsstrlng");
 
 namespace {
 
-// Reads the usual text the short way: decimal digits, as many as fit for certain, behind a sign or
-// none and with separators among them, up to the terminator. False if it is another one.
+// Reads the usual text of a whole number, with no more digits than fit for certain. False if it is
+// another one.
 bool readUsual(const TSLocale& locale, const char* string, char** end, int32_t& value)
 {
     constexpr int kMostDigits = 9;
-    const TSCodePageHeader& page = tsCodePage(locale.codePage);
-    const vlx::Signs& signs = vlx::signsOf(locale);
-    const std::uint32_t separator = locale.thousandsSeparator;
-    if (separator - signs.zero <= 9 || separator == signs.plus || separator == signs.minus)
-        return false; // it passes for one of them
-    const auto byteAt = [](const char* at) { return vlx::valueOf(*at); };
+    const vlx::UsualBytes bytes(locale);
+    const auto separator = static_cast<char>(locale.thousandsSeparator);
+    if (bytes.isAmbiguous(locale.thousandsSeparator))
+        return false;
     const char* at = string;
-    const bool negative = byteAt(at) == signs.minus;
-    if (negative || byteAt(at) == signs.plus) {
-        if (page.charType[byteAt(at)] & vlx::kBlankType)
-            return false;
-        ++at;
-    }
+    const bool negative = bytes.takeSign(at);
     std::uint32_t magnitude = 0;
     int digits = 0;
     for (; *at != 0; ++at) {
-        if (page.charType[byteAt(at)] & vlx::kBlankType)
+        if (bytes.isBlank(*at))
             return false;
-        const std::uint32_t digit = byteAt(at) - signs.zero;
+        const std::uint32_t digit = bytes.digit(*at);
         if (digit <= 9) {
             magnitude = magnitude * 10 + digit;
             ++digits;
-        } else if (digits == 0 || byteAt(at) != separator) {
+        } else if (digits == 0 || *at != separator) {
             return false;
         }
         if (digits > kMostDigits)
@@ -60,7 +54,7 @@ int32_t TSStringToLong(TSLocale* handle, const char* string, int32_t length, cha
     if (options & ~(vlx::kParseLongOptions | TS_OPT_CHAR_COUNT))
         TS_FAIL(locale->lastError, TS_ERR_ARGUMENT, 0, "Invalid options %#x", options);
     int32_t value;
-    if (options == 0 && base == 10 && length < 0 && (locale->flags & vlx::kLocaleSingleByte) &&
+    if (base == 10 && vlx::UsualBytes::isFor(*locale, length, options) &&
         readUsual(*locale, string, end, value)) {
         locale->lastError = TS_ERR_NONE;
         TS_RETURN(value);

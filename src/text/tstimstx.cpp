@@ -28,6 +28,8 @@ class ShiftTimeOutput {
                (pattern.left() == 1 && vlx::isShiftOut(page(), *pattern.at));
     }
 
+    void putUsual(vlx::Text<Form>&) {} // there is no short way
+
     // Deliberate: a place more than the two that are used has to be left behind a shift byte.
     int32_t putUnit(char unit)
     {
@@ -75,7 +77,8 @@ class ShiftTimeOutput {
             vlx::shiftItem(call_.locale, item, call_.ofObject, 0, buffer, sizeof buffer);
         ShiftTimeOutput nested(call_, atStart ? destination_ : destination_ + output_.count(),
                                atStart ? firstState_ : output_.state(), room());
-        vlx::putTime(call_, {pattern.at, pattern.at + pattern.length}, nested, depth + 1);
+        vlx::Text<Form> walk{pattern.at, pattern.at + pattern.length};
+        vlx::putTime(call_, walk, nested, depth + 1);
         output_.advance(nested.output_);
         return call_.tooDeep ? TS_ERR_DIRECTIVE : TS_ERR_NONE;
     }
@@ -109,7 +112,7 @@ int32_t TSTimeToStringEx(TSLocale* handle, const TSTimeFields* time, char* desti
     vlx::TimeCall call{*locale, *time, asked.ofObject, vlx::patternOf(*locale),
                        vlx::signsOf(*locale)};
     const vlx::ShiftForm form{locale->codePage};
-    const vlx::Text<vlx::ShiftForm> text = textOf(form, pattern, patternLength, patternState);
+    vlx::Text<vlx::ShiftForm> text = textOf(form, pattern, patternLength, patternState);
     const auto write = [&](ShiftTimeOutput& output) {
         return text.at == text.end ? TS_ERR_NONE : vlx::putTime(call, text, output, 0);
     };

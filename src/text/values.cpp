@@ -1,9 +1,12 @@
 #include "text/values.hpp"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 #include "chars/codepage.hpp"
+#include "chars/runs.hpp"
+#include "locale/content.hpp"
 #include "locale/itemwalk.hpp"
 #include "strings/whole.hpp"
 
@@ -89,6 +92,17 @@ std::int32_t storedLengthAt(const Encoder& encoder, const ItemText& text, const 
     return length;
 }
 
+// Whether a block of units lies between the start of a name and the end of the language's content,
+// which reaches as far as its tables.
+bool holdsBlock(const TSLocale& locale, const ItemText& name)
+{
+    const std::uint8_t* const content = locale.language->sections[0];
+    const auto& header = *reinterpret_cast<const TSLanguageContent*>(content);
+    const int end = std::max<int>(header.upperPairs, header.lowerPairs);
+    const auto begin = static_cast<const std::uint8_t*>(name.at) - content;
+    return begin + kBlock * static_cast<int>(sizeof(TSChar16)) <= end;
+}
+
 } // namespace
 
 std::uint8_t byteSeparator(const TSLocale& locale, int item, bool ofObject)
@@ -118,13 +132,28 @@ ValueText<char> plainItem(const TSLocale& locale, int item, bool ofObject, char*
     return {buffer, putStored(locale, text, buffer, size)};
 }
 
+std::int32_t putPlainName(const TSLocale& locale, int item, char* buffer, std::int32_t size)
+{
+    const ItemText text = nameText(locale, item);
+    if (std::endian::native == std::endian::little && size > kBlock && holdsBlock(locale, text)) {
+        const auto* const units = static_cast<const TSChar16*>(text.at);
+        const int length = unitsBeforeZero(units);
+        const PlainSet plain = PlainSet::ofUnits(locale.pageTraits);
+        if (length < kBlock && !plain.isEmpty() && plainAtStart(units, plain) >= length) {
+            narrowStart(units, buffer, length);
+            return length;
+        }
+    }
+    return putStored(locale, text, buffer, size);
+}
+
 NameMatch matchPlainName(const TSLocale& locale, int firstItem, int items, const char* at,
                          const char* end, std::int32_t size)
 {
     const Encoder encoder(locale.codePage);
     NameMatch match;
     for (int i = 0; i < items; ++i) {
-        const ItemText text = itemText(locale, firstItem + i, false);
+        const ItemText text = nameText(locale, firstItem + i);
         const std::int32_t length = storedLengthAt(encoder, text, at, end, size);
         if (length > match.length)
             match = {i, length};

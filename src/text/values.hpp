@@ -57,6 +57,9 @@ ValueText<TSChar16> unicodeItem(const TSLocale& locale, int item, bool ofObject,
 ValueText<TSChar32> packedItem(const TSLocale& locale, int item, bool ofObject, TSChar32* buffer,
                                std::int32_t size);
 
+// Writes a name of the language, cut to `size` as a text in a buffer is, and gives its length.
+std::int32_t putPlainName(const TSLocale& locale, int item, char* buffer, std::int32_t size);
+
 // The longest of some names of the language that stands at a place: its number among them, the
 // first of those that are equally long, and its length; -1 if none does. Names are cut to `size`.
 struct NameMatch {

@@ -32,6 +32,31 @@ std::u16string anyNumber(TextCall& call)
     return text;
 }
 
+// Texts that look like what a formatter writes, and now and then have one character more.
+std::u16string anyUsualNumber(TextCall& call)
+{
+    const oracle::TextLocale& locale = call.locale.reference;
+    Random& random = call.random;
+    std::u16string text;
+    if (random() % 2 == 0)
+        text += random() % 2 == 0 ? u'-' : u'+';
+    const auto separator = static_cast<char16_t>(locale.separatorsU[random() % 8 == 0 ? 4 : 1]);
+    for (std::int32_t digits = pick(random, 0, random() % 4 == 0 ? 18 : 9); digits > 0; --digits) {
+        text += static_cast<char16_t>(u'0' + random() % 10);
+        if (random() % 5 == 0)
+            text += separator;
+    }
+    if (random() % 2 == 0) {
+        text += static_cast<char16_t>(locale.separatorsU[0]);
+        for (std::int32_t digits = pick(random, 0, random() % 8 == 0 ? 340 : 7); digits > 0;
+             --digits)
+            text += static_cast<char16_t>(u'0' + random() % 10);
+    }
+    if (random() % 4 == 0)
+        text.insert(random() % (text.size() + 1), 1, u" -+.,e5x"[random() % 8]);
+    return text;
+}
+
 struct Reading {
     std::int32_t state;
     std::int32_t length;
@@ -51,6 +76,14 @@ Reading anyReading(TextCall& call, Member member, std::uint32_t accepted)
         reading.text.resize(static_cast<std::size_t>(reading.length)); // and nothing behind
     reading.options = anyOptions(call.random, accepted);
     reading.wantsEnd = call.random() % 8 != 0;
+    return reading;
+}
+
+// A number as it is mostly read: up to the terminator, and with no options.
+Reading usualReading(TextCall& call)
+{
+    Reading reading{0, -1, 0, call.random() % 8 != 0, {}};
+    reading.text = call.encode(Member::kPlain, anyUsualNumber(call), 0);
     return reading;
 }
 
@@ -171,6 +204,37 @@ TEST(ReadingAgainstOracle, TSStringToLongW)
 {
     callTexts([](TextCall& call) {
         return compareLong<TSChar32>(call, Member::kPacked, kLong<TSStringToLongW>);
+    });
+}
+
+TEST(ReadingAgainstOracle, UsualLongs)
+{
+    callTexts([](TextCall& call) {
+        const Reading reading = usualReading(call);
+        const auto wanted = wellDefined([&] {
+            return oracle::stringToLong(call.locale.reference, Member::kPlain,
+                                        {reading.text, 0, reading.length}, 10, 0);
+        });
+        return compareReading<char, std::int32_t>(
+            call, reading, wanted,
+            [&](TSLocale* handle, const char* text, char** end, std::int32_t*) {
+                return TSStringToLong(handle, text, reading.length, end, 10, 0);
+            });
+    });
+}
+TEST(ReadingAgainstOracle, UsualDoubles)
+{
+    callTexts([](TextCall& call) {
+        const Reading reading = usualReading(call);
+        const auto wanted = wellDefined([&] {
+            return oracle::stringToDouble(call.locale.reference, Member::kPlain,
+                                          {reading.text, 0, reading.length}, 0);
+        });
+        return compareReading<char, double>(
+            call, reading, wanted,
+            [&](TSLocale* handle, const char* text, char** end, std::int32_t*) {
+                return TSStringToDouble(handle, text, reading.length, end, 0);
+            });
     });
 }
 
