@@ -36,6 +36,18 @@ class UnicodeTrie {
         return values_[index];
     }
 
+    // value() of two bytes, which in most pages end at the second.
+    TSChar16 pair(const char* character) const
+    {
+        const auto* const at = reinterpret_cast<const std::uint8_t*>(character);
+        if (root_.isLeaf || !accepts(root_, at[0]))
+            return value(character);
+        const TSUnicodeNode& node = nodes_[root_.base + (at[0] & root_.mask)];
+        if (!node.isLeaf || !accepts(node, at[1]))
+            return value(character);
+        return values_[node.base + (at[1] & node.mask)];
+    }
+
   private:
     static bool accepts(const TSUnicodeNode& node, std::uint8_t byte)
     {

@@ -7,6 +7,7 @@
 // has `put`, which is false where the character does not fit.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -119,32 +120,40 @@ struct ShiftedBytes { // a stateful page
 
     std::int32_t step() const { return state ? bytes.page().maxCharBytes : 1; }
 
-    // A loop for each state; any number of shift bytes may stand before a character.
+    // A loop for each state; any number of shift bytes may stand before a character. What the loops
+    // need stands in locals, which the values that are stored cannot be.
     std::int32_t bulk(TSChar16* values, std::int32_t room)
     {
         if (bytes.object->id == kUtf8CodePage) // by rule
             return 0;
         const TSCodePageHeader& page = bytes.page();
         const UnicodeTrie trie(bytes.object);
-        const auto isShift = [&page](Byte byte) {
-            return byte == page.shiftIn || byte == page.shiftOut;
-        };
-        std::int32_t done = 0;
-        while (done < room && bytes.end - bytes.at > kLongestChar) {
-            if (isShift(*bytes.at)) {
-                state = *bytes.at++ == page.shiftIn;
+        const Byte in = page.shiftIn;
+        const Byte out = page.shiftOut;
+        const std::ptrdiff_t longStep = page.maxCharBytes;
+        const auto isShift = [in, out](Byte byte) { return byte == in || byte == out; };
+        const Byte* from = bytes.at;
+        // A character before it is whole.
+        const Byte* const last =
+            bytes.end - std::min<std::ptrdiff_t>(kLongestChar, bytes.end - from);
+        TSChar16* to = values;
+        TSChar16* const full = values + room;
+        while (to != full && from < last) {
+            if (isShift(*from)) {
+                state = *from++ == in;
             } else if (state) {
                 do {
-                    values[done++] = trie.value(reinterpret_cast<const char*>(bytes.at));
-                    bytes.at += page.maxCharBytes;
-                } while (done < room && bytes.end - bytes.at > kLongestChar && !isShift(*bytes.at));
+                    *to++ = trie.pair(reinterpret_cast<const char*>(from));
+                    from += longStep;
+                } while (to != full && from < last && !isShift(*from));
             } else {
                 do
-                    values[done++] = page.toUnicode[*bytes.at++];
-                while (done < room && bytes.end - bytes.at > kLongestChar && !isShift(*bytes.at));
+                    *to++ = page.toUnicode[*from++];
+                while (to != full && from < last && !isShift(*from));
             }
         }
-        return done;
+        bytes.at = from;
+        return static_cast<std::int32_t>(to - values);
     }
 
     bool peek(TSChar16& value)

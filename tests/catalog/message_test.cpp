@@ -207,7 +207,7 @@ TEST_F(SlimMessages, AChainInACircleIsLeftAfterAFewReadsHoweverLongTheFile)
         file.sets.push_back({set, {{1, "text"}}});
     std::vector<std::uint8_t> bytes = file.bytes();
     bytes.resize(1000000);
-    for (const std::size_t back : {4, 3, 0}) { // the last set leads to this one
+    for (const std::size_t back : {4u, 3u, 0u}) { // the last set leads to this one
         putNumber(bytes, 152 + 4 * 28 + 4, static_cast<std::uint32_t>(152 + back * 28));
         const Catalog catalog = openBytes(bytes, Form::kSlim, locale_.get());
         EXPECT_EQ(message(catalog.get(), 8, 1), "text");
