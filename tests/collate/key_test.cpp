@@ -235,6 +235,42 @@ TEST(Keys, FoldedStatefulTextHasItsShiftBytes)
     EXPECT_EQ(buffer.hex(1), "61");
 }
 
+// Deliberate: without room there is no shift byte, and nothing moves for it.
+TEST(Keys, FoldedStatefulTextLeavesOutShiftBytesThatDoNotFit)
+{
+    const WorkingMemory memory;
+    HandLocale locale(shiftPage());
+    const auto keyOf = [&](std::int32_t size, const char* text) {
+        Buffer buffer(8);
+        const std::int32_t length = TSStrxfrmEx(locale.handle(), buffer.bytes.data(), size, text, 0,
+                                                -1, TS_OPT_IGNORE_CASE);
+        return std::pair(length, buffer.hex(6));
+    };
+    const char* const text = "a\x0E\x42\x81\x0Fz";
+    EXPECT_EQ(keyOf(6, text), std::pair(6, std::string("41 0E 42 60 0F 5A")));
+    EXPECT_EQ(keyOf(5, text), std::pair(6, std::string("41 0E 42 60 0F EE")));
+    EXPECT_EQ(keyOf(4, text), std::pair(5, std::string("41 0E 42 60 EE EE")));
+    EXPECT_EQ(keyOf(3, text), std::pair(6, std::string("41 0E EE EE EE EE")))
+        << "the wide letter leaves a gap, and room for the shift byte behind the buffer";
+    EXPECT_EQ(keyOf(1, text), std::pair(4, std::string("41 EE EE EE EE EE")));
+    EXPECT_EQ(keyOf(0, text), std::pair(4, std::string("EE EE EE EE EE EE")));
+}
+
+TEST(Keys, TextWithoutAWholeCharacterHasTheEmptyKeyIfItFits)
+{
+    const WorkingMemory memory;
+    SortLocale wide(widePage(), smallSort());
+    for (const std::int32_t size : {0, 2, 3, 4}) {
+        Buffer buffer(4);
+        EXPECT_EQ(TSStrxfrm(wide.handle(), buffer.bytes.data(), size, "\x82", 1, 0), 3);
+        EXPECT_EQ(buffer.hex(4), size < 3 ? "EE EE EE EE" : "00 00 00 EE") << size;
+    }
+    HandLocale binary(widePage());
+    Buffer buffer(4);
+    EXPECT_EQ(TSStrxfrm(binary.handle(), buffer.bytes.data(), 4, "\x82", 1, TS_OPT_IGNORE_CASE), 0);
+    EXPECT_EQ(buffer.hex(4), "EE EE EE EE");
+}
+
 TEST(Keys, CaseIsFoldedBeforeTheSort)
 {
     SortedLatin latin(smallSort());

@@ -72,6 +72,8 @@ TEST_F(CollationOptions, WidthTakesTheBlanksOffBytes)
         EXPECT_EQ(compare(*locale, "ab  ", "ab", kWidth), 0);
         EXPECT_EQ(locale->record.lastError, TS_ERR_NONE) << "truncation clears it";
         EXPECT_EQ(compare(*locale, "ab", "ab  ", kWidth | kStrip), 0);
+        EXPECT_LT(compare(*locale, "ab  ", "ac", kWidth | kStrip), 0) << "nobody refuses them";
+        EXPECT_EQ(locale->record.lastError, TS_ERR_NONE);
         EXPECT_NE(compare(*locale, "ab  ", "ab", kCase), 0);
     }
     EXPECT_EQ(compare(wide_, "AB\x81\x40\x81\x40", "AB", kWidth), 0);
