@@ -79,6 +79,11 @@ TEST(Keys, WithoutOtherWeightsLevel4HasNoPositions)
     EXPECT_EQ(latin.key("-"), "00 00 00 01 02");
     EXPECT_EQ(latin.key("_-_+"), "00 00 00 01 02 01 01");
     EXPECT_EQ(latin.key("^-"), "00 00 00 01 02") << "what is dropped is nothing";
+    SortBuilder marks = smallSort();
+    marks.letter('~', {0, 2, 0}).letter('!', {0, 0, 2});
+    SortedLatin marked(std::move(marks));
+    EXPECT_EQ(marked.key("~-"), "00 02 00 00 00 02 01 02");
+    EXPECT_EQ(marked.key("!-"), "00 00 02 00 00 02 01 02");
 }
 
 TEST(Keys, ACharacterWithoutWeightsLeavesNothing)
@@ -320,6 +325,25 @@ TEST(Keys, WidthInASingleByteCodePageIsNoFold)
             size);
         EXPECT_EQ(std::memcmp(folded, plain, static_cast<std::size_t>(size)), 0);
     }
+}
+
+// Deliberate: where case is ignored the whole value is looked up, which is of no character there.
+TEST(Keys, OfPackedValuesInASingleByteCodePageTheLowByteCounts)
+{
+    SortBuilder order = smallSort();
+    order.letter(0xFFFD, {0x4321});
+    SortedLatin latin(std::move(order));
+    const auto keyOf = [&](TSChar32 value, std::uint32_t options) {
+        char key[64];
+        return SortedLatin::hex(
+            key, TSWcsxfrm(latin.locale.handle(), key, sizeof key, &value, 1, options));
+    };
+    EXPECT_EQ(keyOf(0x4161, 0), "12 34 00 00 00");
+    EXPECT_EQ(keyOf(0x4161, TS_OPT_IGNORE_WIDTH), "12 34 00 00 00");
+    EXPECT_EQ(keyOf(0x4161, TS_OPT_IGNORE_CASE), "43 21 00 00 00");
+    const TSChar32 values[] = {0x4161, 0xFFFF};
+    EXPECT_EQ(TSWcscoll(latin.locale.handle(), values, 1, values + 1, 1, 0), 0)
+        << "nor does the comparison look at the low byte alone";
 }
 
 TEST(Keys, OtherOptionsAreRefused)
