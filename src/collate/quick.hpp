@@ -75,18 +75,13 @@ inline std::int32_t sameCharacters(const ShiftForm&, const Text<ShiftForm>&, con
 }
 
 // Such a run, as far as a character that begins no contraction: what follows it begins an element.
-// A character that can be lost where it is read ahead is no part of it.
 template <class Form>
 std::int32_t withoutOpenPair(const Form& form, const Sort& sort, const Text<Form>& text,
                              std::int32_t units)
 {
-    const auto valueAt = [&](std::int32_t at) { return form.unicode({text.at + at, text.end}); };
-    std::int32_t kept = 0;
-    while (kept < units && valueAt(kept) != CollationCursor<Form>::kNothing)
-        ++kept;
-    while (kept > 0 && sort.mayBeginPair(valueAt(kept - 1)))
-        --kept;
-    return kept;
+    while (units > 0 && sort.mayBeginPair(form.unicode({text.at + units - 1, text.end})))
+        --units;
+    return units;
 }
 inline std::int32_t withoutOpenPair(const MultiForm&, const Sort&, const Text<MultiForm>&,
                                     std::int32_t)
@@ -132,6 +127,7 @@ class QuickSide {
 
     Text<Form> text;
     TSSortElement element{};
+    bool hasExpanded = false; // an expansion was read
 
   private:
     Found asFound() const { return element.weight1 != 0 ? Found::kLetter : Found::kOther; }
@@ -171,17 +167,15 @@ class QuickSide {
         return asFound();
     }
 
-    // Behind an expansion the positions of the texts can part, and what is skipped can have some.
     [[gnu::noinline]] Found expand(TSChar16 value)
     {
         SortElements found;
-        if (!sort_.traits.isWithout4)
-            return Found::kOther;
         if (lookUpExpansion(sort_, value, found) == 0)
             return Found::kOther;
         element = found.first;
         second_ = found.second;
         holds_ = true;
+        hasExpanded = true;
         return asFound();
     }
 
@@ -270,12 +264,16 @@ class QuickComparison {
     using Found = typename QuickSide<Form>::Found;
 
     // One text, or both, have no more. Deliberate: where both are at their ends, a second element
-    // that one of them holds is lost.
+    // that one of them holds is lost; but not if a character was lost that had been read ahead,
+    // which the streams know.
     std::optional<std::int32_t> atEnd()
     {
         for (QuickSide<Form>* side : {&side1_, &side2_}) {
-            if (!side->hasText())
+            if (!side->hasText()) {
+                if (side->holdsSecond() && sort_.hasContractions())
+                    return {};
                 continue;
+            }
             const Found found = side->next();
             if (found == Found::kOther)
                 return {};
@@ -298,10 +296,12 @@ class QuickComparison {
 
     // Moves over characters that are the same in both texts. Their elements are the same, whatever
     // they are, as long as no contraction reaches over the end of the run. What cannot be skipped
-    // of a run is read, and not measured again.
+    // of a run is read, and not measured again. Behind an expansion the positions of the texts can
+    // part, and then special characters differ by them.
     void skipSame()
     {
-        if (side1_.text.at < measured_)
+        if (side1_.text.at < measured_ ||
+            (!sort_.traits.isWithout4 && (side1_.hasExpanded || side2_.hasExpanded)))
             return;
         std::int32_t units = sameCharacters(form_, side1_.text, side2_.text);
         if (units == 0)

@@ -120,6 +120,7 @@ TEST(Collation, PositionsInASortWithContractionsCountFreshReads)
     EXPECT_GT(plain.compare("ab-", "a'b"), 1 - 1) << "position 3 comes behind position 2";
     EXPECT_LT(latin.compare("ab'", "a-b"), 0);
     EXPECT_GT(plain.compare("ab'", "a-b"), 0);
+    EXPECT_EQ(latin.compare("qq-", "q-"), 3 - 1) << "a contraction counts for two";
 }
 
 TEST(Collation, AnExpansionIsTwoLetters)
@@ -159,6 +160,20 @@ TEST(Collation, PositionsBehindAnExpansionAreThoseOfEachText)
     EXPECT_EQ(latin.compare("ss-x", "\xB2-x"), 3 - 2);
     EXPECT_EQ(latin.compare("x\xB2-ss", "xss-\xB2"), 3 - 4);
     EXPECT_EQ(latin.compare("\xB2ss-", "ss\xB2-"), 0) << "in step again";
+}
+
+// Deliberate: a text that is at its end loses against a letter, whatever it still holds.
+TEST(Collation, AHeldSecondElementDoesNotSaveATextAtItsEnd)
+{
+    SortBuilder order = latinSort();
+    order.expansion(0xB2, {0, 3, 1}, {letterWeight('a')});
+    SortedLatin latin(std::move(order));
+    EXPECT_EQ(latin.compare("a", "\xB2"), 1);
+    EXPECT_EQ(latin.compare("\xB2", "a"), -1);
+    EXPECT_EQ(latin.compare("ab", "\xB2"
+                                  "b"),
+              1 - 3)
+        << "with a letter behind it, it counts";
 }
 
 TEST(Collation, AccentsThatAreBackwardAreComparedInReverse)
@@ -238,7 +253,7 @@ TEST(Collation, WeightsByRule)
     const WorkingMemory memory;
     SortBuilder order = latinSort();
     order.level1Page(0x4E, 0x3000).level4Page(0x20, 0x0100).page(0x30, 6, 0x0400);
-    order.level1Page(0x4F, 0xFFFF);
+    order.level1Page(0x4F, 0xFFFF).page(0x31, 3, 0x0400).page(0x32, 5, 0x0400).page(0x33, 7);
     SortLocale locale(latinPage(), std::move(order));
     const auto compare = [&](std::vector<TSChar16> first, std::vector<TSChar16> second) {
         return TSStrcollU(locale.handle(), first.data(), static_cast<int>(first.size()),
@@ -250,6 +265,9 @@ TEST(Collation, WeightsByRule)
     EXPECT_EQ(compare({0x3001}, {'a'}), 0x0401 - letterWeight('a')) << "level 1 comes first";
     EXPECT_EQ(compare({0x4F00}, {'a'}), 0xFFFF - letterWeight('a'));
     EXPECT_EQ(compare({0x4F01}, {}), 0) << "the weight after 0xFFFF is none";
+    for (const TSChar16 silent : std::vector<TSChar16>{0x3101, 0x3201, 0x3301})
+        EXPECT_EQ(compare({silent, 'a', 'b'}, {'a', 'b'}), 0)
+            << "no weights, whatever the other bits say";
 }
 
 TEST(Collation, LengthsCanCountCharacters)

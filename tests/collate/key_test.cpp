@@ -79,6 +79,11 @@ TEST(Keys, WithoutOtherWeightsLevel4HasNoPositions)
     EXPECT_EQ(latin.key("-"), "00 00 00 01 02");
     EXPECT_EQ(latin.key("_-_+"), "00 00 00 01 02 01 01");
     EXPECT_EQ(latin.key("^-"), "00 00 00 01 02") << "what is dropped is nothing";
+    SortBuilder marks = smallSort();
+    marks.letter('~', {0, 2, 0}).letter('!', {0, 0, 2});
+    SortedLatin marked(std::move(marks));
+    EXPECT_EQ(marked.key("~-"), "00 02 00 00 00 02 01 02");
+    EXPECT_EQ(marked.key("!-"), "00 00 02 00 00 02 01 02");
 }
 
 TEST(Keys, ACharacterWithoutWeightsLeavesNothing)
@@ -235,6 +240,42 @@ TEST(Keys, FoldedStatefulTextHasItsShiftBytes)
     EXPECT_EQ(buffer.hex(1), "61");
 }
 
+// Deliberate: without room there is no shift byte, and nothing moves for it.
+TEST(Keys, FoldedStatefulTextLeavesOutShiftBytesThatDoNotFit)
+{
+    const WorkingMemory memory;
+    HandLocale locale(shiftPage());
+    const auto keyOf = [&](std::int32_t size, const char* text) {
+        Buffer buffer(8);
+        const std::int32_t length = TSStrxfrmEx(locale.handle(), buffer.bytes.data(), size, text, 0,
+                                                -1, TS_OPT_IGNORE_CASE);
+        return std::pair(length, buffer.hex(6));
+    };
+    const char* const text = "a\x0E\x42\x81\x0Fz";
+    EXPECT_EQ(keyOf(6, text), std::pair(6, std::string("41 0E 42 60 0F 5A")));
+    EXPECT_EQ(keyOf(5, text), std::pair(6, std::string("41 0E 42 60 0F EE")));
+    EXPECT_EQ(keyOf(4, text), std::pair(5, std::string("41 0E 42 60 EE EE")));
+    EXPECT_EQ(keyOf(3, text), std::pair(6, std::string("41 0E EE EE EE EE")))
+        << "the wide letter leaves a gap, and room for the shift byte behind the buffer";
+    EXPECT_EQ(keyOf(1, text), std::pair(4, std::string("41 EE EE EE EE EE")));
+    EXPECT_EQ(keyOf(0, text), std::pair(4, std::string("EE EE EE EE EE EE")));
+}
+
+TEST(Keys, TextWithoutAWholeCharacterHasTheEmptyKeyIfItFits)
+{
+    const WorkingMemory memory;
+    SortLocale wide(widePage(), smallSort());
+    for (const std::int32_t size : {0, 2, 3, 4}) {
+        Buffer buffer(4);
+        EXPECT_EQ(TSStrxfrm(wide.handle(), buffer.bytes.data(), size, "\x82", 1, 0), 3);
+        EXPECT_EQ(buffer.hex(4), size < 3 ? "EE EE EE EE" : "00 00 00 EE") << size;
+    }
+    HandLocale binary(widePage());
+    Buffer buffer(4);
+    EXPECT_EQ(TSStrxfrm(binary.handle(), buffer.bytes.data(), 4, "\x82", 1, TS_OPT_IGNORE_CASE), 0);
+    EXPECT_EQ(buffer.hex(4), "EE EE EE EE");
+}
+
 TEST(Keys, CaseIsFoldedBeforeTheSort)
 {
     SortedLatin latin(smallSort());
@@ -284,6 +325,25 @@ TEST(Keys, WidthInASingleByteCodePageIsNoFold)
             size);
         EXPECT_EQ(std::memcmp(folded, plain, static_cast<std::size_t>(size)), 0);
     }
+}
+
+// Deliberate: where case is ignored the whole value is looked up, which is of no character there.
+TEST(Keys, OfPackedValuesInASingleByteCodePageTheLowByteCounts)
+{
+    SortBuilder order = smallSort();
+    order.letter(0xFFFD, {0x4321});
+    SortedLatin latin(std::move(order));
+    const auto keyOf = [&](TSChar32 value, std::uint32_t options) {
+        char key[64];
+        return SortedLatin::hex(
+            key, TSWcsxfrm(latin.locale.handle(), key, sizeof key, &value, 1, options));
+    };
+    EXPECT_EQ(keyOf(0x4161, 0), "12 34 00 00 00");
+    EXPECT_EQ(keyOf(0x4161, TS_OPT_IGNORE_WIDTH), "12 34 00 00 00");
+    EXPECT_EQ(keyOf(0x4161, TS_OPT_IGNORE_CASE), "43 21 00 00 00");
+    const TSChar32 values[] = {0x4161, 0xFFFF};
+    EXPECT_EQ(TSWcscoll(latin.locale.handle(), values, 1, values + 1, 1, 0), 0)
+        << "nor does the comparison look at the low byte alone";
 }
 
 TEST(Keys, OtherOptionsAreRefused)

@@ -72,6 +72,8 @@ TEST_F(CollationOptions, WidthTakesTheBlanksOffBytes)
         EXPECT_EQ(compare(*locale, "ab  ", "ab", kWidth), 0);
         EXPECT_EQ(locale->record.lastError, TS_ERR_NONE) << "truncation clears it";
         EXPECT_EQ(compare(*locale, "ab", "ab  ", kWidth | kStrip), 0);
+        EXPECT_LT(compare(*locale, "ab  ", "ac", kWidth | kStrip), 0) << "nobody refuses them";
+        EXPECT_EQ(locale->record.lastError, TS_ERR_NONE);
         EXPECT_NE(compare(*locale, "ab  ", "ab", kCase), 0);
     }
     EXPECT_EQ(compare(wide_, "AB\x81\x40\x81\x40", "AB", kWidth), 0);
@@ -238,6 +240,26 @@ TEST_F(CollationOptions, WithoutMemoryForACopyTheBlanksStay)
     EXPECT_GT(compare(latin_, first, second, kWidth), 0);
     EXPECT_EQ(latin_.record.lastError, kUntouchedError);
     EXPECT_FALSE(Allocator::failurePending());
+}
+
+TEST_F(CollationOptions, CopiesOfShortStringsTakeNoMemory)
+{
+    const std::string text(300, 'a');
+    const auto callsOf = [&](std::int32_t length) {
+        Allocator::reset();
+        EXPECT_GT(TSStrcoll(latin_.handle(), text.data(), length, text.data(), 1, kWidth), 0);
+        return Allocator::calls(Slot::kAllocate);
+    };
+    const auto callsOfEx = [&](std::int32_t length) {
+        Allocator::reset();
+        EXPECT_GT(TSStrcollEx(shifted_.handle(), text.data(), 0, length, text.data(), 0, 1, kWidth),
+                  1);
+        return Allocator::calls(Slot::kAllocate);
+    };
+    EXPECT_EQ(callsOf(256), callsOf(255) + 1);
+    EXPECT_EQ(callsOf(257), callsOf(256));
+    EXPECT_EQ(callsOfEx(256), callsOfEx(255)) << "a byte more than without states";
+    EXPECT_EQ(callsOfEx(257), callsOfEx(256) + 1);
 }
 
 TEST_F(CollationOptions, ANeedBeyondWhatCanBeToldIsNoMemory)

@@ -126,12 +126,15 @@ ReadCharacter plainReader(const Locale& locale, Span text, std::int32_t length, 
         const auto n = static_cast<std::int32_t>(charLength(locale.page, here.at(0)));
         if (n > length - *at)
             return false;
-        c.raw = c.plain = tableUnicode(locale, here);
-        Bytes upper = n == 1 ? Bytes{static_cast<unsigned char>(toUpper(locale.page, here.at(0)))}
-                             : mapChar(locale.page, here, 4);
-        c.upper = tableUnicode(locale, padded(upper));
-        c.narrow = c.raw;
-        if (fold == Fold::kWidth) { // which is slow
+        c.raw = c.plain = c.narrow = tableUnicode(locale, here);
+        // Each fold alone: they are slow, and not defined for the same characters.
+        if (fold == Fold::kCase) {
+            Bytes upper = n == 1
+                              ? Bytes{static_cast<unsigned char>(toUpper(locale.page, here.at(0)))}
+                              : mapChar(locale.page, here, 4);
+            c.upper = tableUnicode(locale, padded(upper));
+        }
+        if (fold == Fold::kWidth) {
             Bytes narrow = putWide(unmapValue(locale.page, getWide(locale.page, here)));
             if (narrow[0] != 0)
                 c.narrow = tableUnicode(locale, padded(narrow));
@@ -161,12 +164,12 @@ ReadCharacter shiftedReader(const Locale& locale, Span text, std::int32_t length
             return bytes.size() == 1 ? short16(toUnicode(locale.page, bytes[0]))
                                      : mbToUnicode(locale.page, padded(bytes));
         };
-        c.raw = c.plain =
+        c.raw = c.plain = c.narrow =
             n == 1 ? short16(toUnicode(locale.page, here.at(0))) : mbToUnicode(locale.page, here);
-        c.upper = unicodeOf(
-            *state == 0 ? Bytes{static_cast<unsigned char>(toUpper(locale.page, here.at(0)))}
-                        : mapCharEx(locale.page, here, 4));
-        c.narrow = c.raw;
+        if (fold == Fold::kCase)
+            c.upper = unicodeOf(
+                *state == 0 ? Bytes{static_cast<unsigned char>(toUpper(locale.page, here.at(0)))}
+                            : mapCharEx(locale.page, here, 4));
         if (fold == Fold::kWidth) {
             const Bytes narrow =
                 putWide(unmapValue(locale.page, getWideEx(locale.page, here, *state)));
@@ -202,15 +205,14 @@ ReadCharacter packedReader(const Locale& locale, const Units& text, std::int32_t
             return short16(unit < 256 ? toUnicode(locale.page, unit)
                                       : wideToUnicode(locale.page, unit));
         };
-        c.raw = unicodeOf(value);
-        c.upper =
-            unicodeOf(value < 256 ? toUpper(locale.page, value) : mapCharW(locale.page, value, 4));
-        if (locale.singleByte) {
+        if (locale.singleByte && fold != Fold::kCase) {
             c.plain = c.narrow = short16(toUnicode(locale.page, value & 0xFF));
             return true;
         }
-        c.plain = c.raw;
-        c.narrow = c.raw;
+        c.raw = c.plain = c.narrow = unicodeOf(value);
+        if (fold == Fold::kCase)
+            c.upper = unicodeOf(value < 256 ? toUpper(locale.page, value)
+                                            : mapCharW(locale.page, value, 4));
         if (fold == Fold::kWidth) {
             const std::uint32_t narrow = unmapValue(locale.page, value);
             if (narrow != 0)

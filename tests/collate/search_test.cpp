@@ -232,6 +232,16 @@ TEST_F(Search, StatefulTextIsSearchedWithItsShiftBytes)
     EXPECT_EQ(findShifted("xB\x81", 0, "\x42\x81", 1), 1);
 }
 
+TEST_F(Search, AShiftByteAtTheLastPlaceEndsTheSearch)
+{
+    const char text[] = "ab\x0F"
+                        "c";
+    for (const std::uint32_t options : {0u, kCase}) {
+        EXPECT_EQ(TSStrstrEx(shifted_.handle(), text, 0, 3, "c", 0, 1, &state_, options), nullptr);
+        EXPECT_EQ(TSStrstrEx(shifted_.handle(), text, 0, 4, "c", 0, 1, &state_, options), text + 3);
+    }
+}
+
 TEST_F(Search, StatefulTextIsSearchedByCollation)
 {
     EXPECT_EQ(findShifted("xAB", 0, "ab", 0, kCase), 1);
