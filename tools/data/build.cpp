@@ -67,6 +67,7 @@ class Builder {
     std::optional<Object> compile(const Source& source);
     void readVersion();
     void readAliases();
+    std::vector<TSObjDisk> entries();
     void write();
 
     std::string pathOf(const char* name) const { return options_.sourceDirectory + "/" + name; }
@@ -170,8 +171,37 @@ void Builder::readAliases()
     aliases_ = *text;
 }
 
+// What the control file lists: the objects of this build and, where only some were asked for, the
+// others of the directory that they are added to.
+std::vector<TSObjDisk> Builder::entries()
+{
+    std::vector<TSObjDisk> listed;
+    for (const Object& object : objects_)
+        listed.push_back(controlEntry(object.type, object.id, object.name));
+    const std::string path = options_.outputDirectory + "/control.nls";
+    if (options_.only.empty() || !fs::exists(path))
+        return listed;
+    const auto control = readContainer(path, diagnostics_);
+    if (!control)
+        return listed;
+    const auto replaced = [built = listed](const TSObjDisk& old) {
+        return std::any_of(built.begin(), built.end(), [&old](const TSObjDisk& entry) {
+            return entry.type == old.type && (entry.id == old.id || nameOf(entry) == nameOf(old));
+        });
+    };
+    for (const TSObjDisk& entry : controlEntries(*control))
+        if (!replaced(entry))
+            listed.push_back(entry);
+    if (listed.size() > TSObjDisk::kMaxEntries)
+        error(path, "would list more than 1,092 objects");
+    return listed;
+}
+
 void Builder::write()
 {
+    const std::vector<TSObjDisk> listed = entries();
+    if (hasErrors(diagnostics_))
+        return;
     std::error_code failed;
     const fs::path directory = options_.outputDirectory;
     fs::create_directories(directory, failed);
@@ -180,7 +210,7 @@ void Builder::write()
                   containerFile(object.sections, version_), diagnostics_);
     writeFile(directory / "alias.txt", Bytes(aliases_.begin(), aliases_.end()), diagnostics_);
     // Last, so that a directory with a control file has the objects that it lists.
-    writeFile(directory / "control.nls", controlFile(objects_, version_), diagnostics_);
+    writeFile(directory / "control.nls", controlFile(listed, version_), diagnostics_);
 }
 
 bool Builder::build()
@@ -196,8 +226,9 @@ bool Builder::build()
     readAliases();
     characters_ = CharacterData::load(pathOf("unicode"), CharacterData::kWithYounger, diagnostics_);
     library_ = CharacterData::load(pathOf("unicode"), CharacterData::kLibrary, diagnostics_);
-    if (std::any_of(sources_.begin(), sources_.end(),
-                    [](const Source& source) { return source.head.type == TS_OBJ_SORT; }))
+    if (std::any_of(sources_.begin(), sources_.end(), [this](const Source& source) {
+            return source.head.type == TS_OBJ_SORT && wanted(source);
+        }))
         root_ = RootTable::load(pathOf("sorts/root.keys"), diagnostics_);
     for (const Source& source : sources_) {
         if (!wanted(source))
