@@ -195,6 +195,9 @@ void Builder::readKept()
 
 void Builder::write()
 {
+    const std::vector<TSObjDisk> listed = entries();
+    if (hasErrors(diagnostics_))
+        return;
     std::error_code failed;
     const fs::path directory = options_.outputDirectory;
     fs::create_directories(directory, failed);
@@ -220,8 +223,9 @@ bool Builder::build()
     readAliases();
     characters_ = CharacterData::load(pathOf("unicode"), CharacterData::kWithYounger, diagnostics_);
     library_ = CharacterData::load(pathOf("unicode"), CharacterData::kLibrary, diagnostics_);
-    if (std::any_of(sources_.begin(), sources_.end(),
-                    [](const Source& source) { return source.head.type == TS_OBJ_SORT; }))
+    if (std::any_of(sources_.begin(), sources_.end(), [this](const Source& source) {
+            return source.head.type == TS_OBJ_SORT && wanted(source);
+        }))
         root_ = RootTable::load(pathOf("sorts/root.keys"), diagnostics_);
     for (const Source& source : sources_) {
         if (!wanted(source))
