@@ -3,7 +3,7 @@
 # compared with: IBM1026 of glibc iconv 2.36
 # licence: Unicode-DFS-2016 (ICU), see data/NOTICES.md
 # corrections:
-# - 9A is as in all other sources
+# - 9A is the ordinal, as in all other sources
 
 id = 1026
 name = IBM1026

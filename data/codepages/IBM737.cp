@@ -3,7 +3,7 @@
 # compared with: CP737 of glibc iconv 2.36
 # licence: Unicode-DFS-2016 (ICU), see data/NOTICES.md
 # corrections:
-# - 1A, 1C and 7F, which ICU turns around as the PC's hardware showed them, are controls again
+# - 1A, 1C and 7F, which ICU turns around as the hardware showed them, are controls
 
 id = 737
 name = IBM737

@@ -3,8 +3,8 @@
 # compared with: IBM852 of glibc iconv 2.36
 # licence: Unicode-DFS-2016 (ICU), see data/NOTICES.md
 # corrections:
-# - 1A, 1C and 7F, which ICU turns around as the PC's hardware showed them, are controls again
-# - AA is assigned, as in all other sources
+# - 1A, 1C and 7F, which ICU turns around as the hardware showed them, are controls
+# - AA is the not sign, as in all other sources
 
 id = 852
 name = IBM852

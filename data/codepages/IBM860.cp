@@ -3,7 +3,7 @@
 # compared with: IBM860 of glibc iconv 2.36
 # licence: Unicode-DFS-2016 (ICU), see data/NOTICES.md
 # corrections:
-# - 1A, 1C and 7F, which ICU turns around as the PC's hardware showed them, are controls again
+# - 1A, 1C and 7F, which ICU turns around as the hardware showed them, are controls
 # - E6 is the micro sign, as in all other sources
 
 id = 860

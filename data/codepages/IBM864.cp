@@ -3,7 +3,7 @@
 # compared with: IBM864 of glibc iconv 2.36
 # licence: Unicode-DFS-2016 (ICU), see data/NOTICES.md
 # corrections:
-# - 1A, 1C and 7F, which ICU turns around as the PC's hardware showed them, are controls again
+# - 1A, 1C and 7F, which ICU turns around as the hardware showed them, are controls
 # - D7, D8 and F1 are as in all other sources, and 9F is unassigned
 
 id = 864

@@ -5,4 +5,4 @@
 
 id = 1
 name = US-ASCII
-same as = ASCII
+based on = ASCII

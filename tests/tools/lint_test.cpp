@@ -55,13 +55,14 @@ struct Damage {
 
 class DamagedDirectory : public testing::Test {
   protected:
-    // Damages the file in the copy of the directory, which has no sorts: their lint is tested by
-    // itself, and takes most of the time.
+    // Damages the file in the copy of the directory, without the other code pages and the sorts:
+    // that they are missing is told too, and their lint would take most of the time.
     void plant(const std::string& name, const std::function<void(File&)>& damage)
     {
         fs::create_directory(tree_.output());
         for (const fs::directory_entry& file : fs::directory_iterator(VLX_LOCALE))
-            if (!file.path().filename().string().starts_with("so_"))
+            if (const std::string other = file.path().filename().string();
+                other == name || !(other.starts_with("cp_") || other.starts_with("so_")))
                 fs::copy(file.path(), tree_.output());
         const std::string text = contentOf(tree_.output() + "/" + name);
         File file{Bytes(text.begin(), text.end())};
@@ -157,8 +158,12 @@ const Damage kPages[] = {
      "page 01 reaches outside"},
     {"PageOutsideWords", "cp_00932.nls",
      [](File& f) { f.page().unicodePages[0x4E].offset3 = 0xFFFE; }, "page 4E reaches outside"},
-    {"PageWithoutSectionFour", "cp_00932.nls",
-     [](File& f) { f.page().unicodePages[0x4E].kind = kPageWordByte; }, "page 4E reaches outside"},
+    {"PageOutsideSectionFour", "cp_00932.nls",
+     [](File& f) {
+         f.page().unicodePages[0x4E].kind = kPageWordByte;
+         f.page().unicodePages[0x4E].offset4 = 0xFFFE;
+     },
+     "page 4E reaches outside"},
     {"ShiftWithoutFlag", "cp_01252.nls", [](File& f) { f.page().shiftIn = 0x0E; },
      "has shift bytes, and cpFlags"},
     {"FlagWithoutShift", "cp_00930.nls", [](File& f) { f.page().shiftOut = 0; },

@@ -22,6 +22,11 @@ class PageReader {
     int maxBytes() const { return byte(1, 5); }
     bool stateful() const { return (word(1, 0x110C) & 2) != 0; }
     std::uint8_t substitution() const { return byte(1, 0); }
+    std::uint8_t lineFeed() const { return byte(1, 1); }
+    std::size_t sectionSize(int section) const
+    {
+        return sections_.at(static_cast<std::size_t>(section)).size();
+    }
     int length(std::uint8_t lead) const { return byte(1, 0x0Au + lead); }
     std::uint8_t toUpper(std::uint8_t at) const { return byte(1, 0x10Au + at); }
     std::uint8_t toLower(std::uint8_t at) const { return byte(1, 0x20Au + at); }

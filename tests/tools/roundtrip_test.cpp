@@ -61,9 +61,8 @@ std::string bytesOf(const std::vector<Pair>& text, const std::string& shifts)
     };
     for (const Pair& pair : text) {
         enter(pair.character > 0xFF);
-        if (pair.character > 0xFF)
-            bytes += static_cast<char>(pair.character >> 8);
-        bytes += static_cast<char>(pair.character);
+        for (const std::uint8_t byte : PageReader::bytesOf(pair.character))
+            bytes += static_cast<char>(byte);
     }
     enter(false);
     return bytes;
@@ -194,7 +193,7 @@ class WholeTexts : public testing::TestWithParam<ShippedPage> {
     // By the compiled page, whose differences from the converters are in the list.
     const std::map<std::uint16_t, std::uint32_t> encoded_ =
         PageReader(compiledPath(GetParam().id), GetParam().id).allEncoded();
-    const int maxBytes_ = decoded_.rbegin()->first > 0xFF ? 2 : 1;
+    const int maxBytes_ = static_cast<int>(PageReader::bytesOf(decoded_.rbegin()->first).size());
     Locale page_;
     Locale utf8_;
     std::string shifts_;

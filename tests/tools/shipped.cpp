@@ -37,17 +37,19 @@ std::string compiledPath(int id)
 
 std::string sourcePath(const std::string& name)
 {
-    const std::string file = name == "US-ASCII" ? "ASCII" : name;
-    return std::string(VLX_DATA_DIRECTORY) + "/codepages/" + file + ".cp";
+    return std::string(VLX_DATA_DIRECTORY) + "/codepages/" + name + ".cp";
 }
 
 std::map<std::uint32_t, std::uint16_t> decodeTableOf(const std::string& path)
 {
+    constexpr char kBase[] = "based on = ";
     std::map<std::uint32_t, std::uint16_t> table;
     std::ifstream in(path);
     std::string line;
     bool inside = false;
     while (std::getline(in, line)) {
+        if (line.starts_with(kBase))
+            table = decodeTableOf(sourcePath(line.substr(sizeof kBase - 1)));
         if (!line.empty() && line[0] == '[')
             inside = line == "[decode]";
         const std::size_t colon = line.find(':');
@@ -57,14 +59,14 @@ std::map<std::uint32_t, std::uint16_t> decodeTableOf(const std::string& path)
         std::istringstream cells(line.substr(colon + 1));
         for (std::string cell; cells >> cell;) {
             if (cell == "----") {
-                ++character;
+                table.erase(character++);
                 continue;
             }
             const unsigned long first = std::stoul(cell.substr(0, 4), nullptr, 16);
             const bool run = cell.find("..") != std::string::npos;
             const unsigned long last = run ? std::stoul(cell.substr(6), nullptr, 16) : first;
             for (unsigned long value = first; value <= last; ++value)
-                table.emplace(character++, static_cast<std::uint16_t>(value));
+                table[character++] = static_cast<std::uint16_t>(value);
         }
     }
     return table;

@@ -22,7 +22,7 @@ std::vector<ShippedPage> shippedPages();
 std::string compiledPath(int id);
 std::string sourcePath(const std::string& name);
 
-// The decode table of a source file, read here without the compiler's parser.
+// The decode table of a source file and its bases, read here without the compiler's parser.
 std::map<std::uint32_t, std::uint16_t> decodeTableOf(const std::string& path);
 
 // Names as those of tests have to be.

@@ -15,7 +15,8 @@ std::uint32_t wordOf(std::uint32_t value)
 {
     static const CharacterData data = [] {
         Diagnostics diagnostics;
-        auto loaded = CharacterData::load(VLX_DATA_DIRECTORY "/unicode", diagnostics);
+        auto loaded = CharacterData::load(VLX_DATA_DIRECTORY "/unicode", CharacterData::kLibrary,
+                                          diagnostics);
         return loaded.value();
     }();
     return data.typeWord(static_cast<std::uint16_t>(value));

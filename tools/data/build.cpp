@@ -83,7 +83,8 @@ class Builder {
     std::vector<Object> objects_;
     std::vector<Object> kept_; // of the output directory, by their names alone
     std::optional<CharacterData> characters_;
-    std::optional<RootTable> root_; // only read if there are sorts
+    std::optional<CharacterData> library_; // the page that has all characters is as the library is
+    std::optional<RootTable> root_;        // only read if there are sorts
     std::uint32_t version_ = 0;
     std::string aliases_;
 };
@@ -146,9 +147,9 @@ std::optional<Object> Builder::compile(const Source& source)
         break;
     }
     const auto page = readCodePageSource(source.path, diagnostics_);
-    if (!page || !characters_)
+    if (!page || !characters_ || !library_)
         return std::nullopt;
-    return compileCodePage(*page, source.path, *characters_, diagnostics_);
+    return compileCodePage(*page, source.path, page->utf8 ? *library_ : *characters_, diagnostics_);
 }
 
 void Builder::readVersion()
@@ -217,7 +218,8 @@ bool Builder::build()
         error(options_.sourceDirectory, "holds more than 1,092 objects");
     checkOnly();
     readAliases();
-    characters_ = CharacterData::load(pathOf("unicode"), diagnostics_);
+    characters_ = CharacterData::load(pathOf("unicode"), CharacterData::kWithYounger, diagnostics_);
+    library_ = CharacterData::load(pathOf("unicode"), CharacterData::kLibrary, diagnostics_);
     if (std::any_of(sources_.begin(), sources_.end(),
                     [](const Source& source) { return source.head.type == TS_OBJ_SORT; }))
         root_ = RootTable::load(pathOf("sorts/root.keys"), diagnostics_);

@@ -46,19 +46,25 @@ CharacterData::CharacterData() : words_(kValues, kNoDirectionWord), lower_(kValu
 }
 
 std::optional<CharacterData> CharacterData::load(const std::string& directory,
-                                                 Diagnostics& diagnostics)
+                                                 Repertoire repertoire, Diagnostics& diagnostics)
 {
     CharacterData data;
     Diagnostics own;
-    data.loadProperties(directory + "/properties-2.0.tsv", own);
+    data.loadProperties(directory + "/properties-2.0.tsv", kLibrary, own);
     data.loadCase(directory + "/simple-case.tsv", own);
+    if (repertoire == kWithYounger) {
+        data.loadProperties(directory + "/properties-younger.tsv", kWithYounger, own);
+        data.loadCase(directory + "/case-younger.tsv", own);
+    }
     diagnostics.insert(diagnostics.end(), own.begin(), own.end());
     if (hasErrors(own))
         return std::nullopt;
     return data;
 }
 
-void CharacterData::loadProperties(const std::string& path, Diagnostics& diagnostics)
+// The words that are fixed are those of the library; no younger character was thought of.
+void CharacterData::loadProperties(const std::string& path, Repertoire repertoire,
+                                   Diagnostics& diagnostics)
 {
     const auto lines = readSource(path, diagnostics);
     if (!lines)
@@ -75,7 +81,7 @@ void CharacterData::loadProperties(const std::string& path, Diagnostics& diagnos
                                     std::string(words[4])};
         for (std::uint32_t value = range->first; value <= range->last; ++value) {
             const auto value16 = static_cast<std::uint16_t>(value);
-            if (std::uint32_t fixed = 0; !fixedWord(value16, fixed))
+            if (std::uint32_t fixed = 0; repertoire == kWithYounger || !fixedWord(value16, fixed))
                 words_[value] = ruleWord(value16, properties);
         }
     }

@@ -1,5 +1,6 @@
 // What the compiler knows of every 16-bit Unicode value: type word and case, read once from the
-// sources under data/unicode.
+// sources under data/unicode. The library's own tables know Unicode 2.0; code pages have some
+// characters that are younger.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +14,12 @@ namespace vlx::data {
 
 class CharacterData {
   public:
-    static std::optional<CharacterData> load(const std::string& directory,
+    enum Repertoire {
+        kLibrary,     // as the library's own tables have them
+        kWithYounger, // and what Unicode got later
+    };
+
+    static std::optional<CharacterData> load(const std::string& directory, Repertoire repertoire,
                                              Diagnostics& diagnostics);
 
     std::uint32_t typeWord(std::uint16_t value) const { return words_[value]; }
@@ -22,7 +28,7 @@ class CharacterData {
 
   private:
     CharacterData();
-    void loadProperties(const std::string& path, Diagnostics& diagnostics);
+    void loadProperties(const std::string& path, Repertoire repertoire, Diagnostics& diagnostics);
     void loadCase(const std::string& path, Diagnostics& diagnostics);
 
     std::vector<std::uint32_t> words_;

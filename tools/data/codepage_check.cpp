@@ -56,13 +56,6 @@ class SourceChecker {
 void SourceChecker::checkSettings()
 {
     require({"id", "name"});
-    if (!source_.sameAs.empty()) {
-        if (places_.settings.size() != 3 || places_.hasSections)
-            report_.error(
-                lineOf("same as"),
-                "a page that is the same as another has only an id and a name of its own");
-        return;
-    }
     require({"family", "max bytes", "substitution", "lf", "cr", "lineEnd3", "lineEnd4"});
     if (source_.stateful() && source_.maxBytes == 1)
         report_.error(lineOf("shift"), "a page with shift bytes has characters of several bytes");

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -23,7 +24,7 @@ struct SourcePlaces {
     std::map<Packed, int> cells;
     std::map<std::uint16_t, EncodeLine> encode;
     std::map<Packed, int> mapValues;
-    bool hasSections = false;
+    std::set<Packed> unassigned; // the empty cells of its rows
 };
 
 // Reports what is missing or does not fit together, and fills the encode table.

@@ -56,44 +56,108 @@ std::vector<Run> runsOf(const std::map<std::uint16_t, Packed>& encode, std::uint
     return runs;
 }
 
-void append(Bytes& section, Packed value, std::size_t width)
-{
-    for (; width > 0; --width, value >>= 8)
-        section.push_back(static_cast<std::uint8_t>(value));
-}
+// A section being filled with arrays. What stands in it already, as a whole or as its end, serves a
+// second array too.
+class ArraySection {
+  public:
+    // Lays the array, whose entry points to where the cell of low byte 0 would be, and gives that
+    // offset. `lead` is the size of the cells ahead of the first.
+    std::uint16_t lay(const Bytes& array, std::size_t lead)
+    {
+        // No entry can point ahead of the section.
+        bytes_.resize(std::max(bytes_.size(), lead));
+        const auto from = bytes_.begin() + static_cast<std::ptrdiff_t>(lead);
+        auto at = std::search(from, bytes_.end(), array.begin(), array.end());
+        if (at == bytes_.end())
+            at = overlap(from, array);
+        const auto offset = static_cast<std::size_t>(at - bytes_.begin());
+        shared_ = std::min(array.size(), bytes_.size() - offset);
+        bytes_.insert(bytes_.end(), array.begin() + static_cast<std::ptrdiff_t>(shared_),
+                      array.end());
+        return static_cast<std::uint16_t>(offset - lead);
+    }
 
-// The offset at which a run begins, with room made where the entry would point ahead of the
-// section.
-std::uint16_t entryOffset(Bytes& section, std::size_t low, std::size_t width)
+    // How many bytes of the last array were there before.
+    std::size_t shared() const { return shared_; }
+    const Bytes& bytes() const { return bytes_; }
+
+  private:
+    // Where the longest end of the section begins that the array begins with.
+    Bytes::iterator overlap(Bytes::iterator from, const Bytes& array)
+    {
+        const auto room = static_cast<std::ptrdiff_t>(array.size());
+        for (auto at = std::max(from, bytes_.end() - std::min(room, bytes_.end() - from));
+             at != bytes_.end(); ++at)
+            if (std::equal(at, bytes_.end(), array.begin()))
+                return at;
+        return bytes_.end();
+    }
+
+    Bytes bytes_;
+    std::size_t shared_ = 0;
+};
+
+// One byte or two of each cell of a run, from bit `shift` on.
+Bytes arrayOf(const Run& run, std::size_t shift, std::size_t width)
 {
-    if (width == 0)
-        return 0;
-    section.resize(std::max(section.size(), low * width));
-    return static_cast<std::uint16_t>(section.size() - low * width);
+    Bytes array;
+    for (const Packed cell : run.cells)
+        for (std::size_t i = 0; i < width; ++i)
+            array.push_back(static_cast<std::uint8_t>(cell >> (shift + 8 * i)));
+    return array;
 }
 
 UnicodePages place(const std::vector<Run>& runs)
 {
     UnicodePages pages;
+    ArraySection section3;
+    ArraySection section4;
     const PageKind unmappedKind =
         !runs.empty() && runs.front().kind == kPageByte ? kPageByte : kPageWord;
     pages.entries.fill(
         {.kind = unmappedKind, .mask = 0xFF, .low = 1, .high = 0, .offset3 = {}, .offset4 = {}});
     for (const Run& run : runs) {
-        const Widths widths = kWidths[run.kind];
+        const auto [width3, width4] = kWidths[run.kind];
+        const std::uint16_t offset3 = section3.lay(arrayOf(run, 0, width3), run.low * width3);
+        const std::uint16_t offset4 =
+            width4 == 0 ? std::uint16_t{0}
+                        : section4.lay(arrayOf(run, 8 * width3, width4), run.low * width4);
         pages.entries[run.page] = {.kind = run.kind,
                                    .mask = 0xFF,
                                    .low = run.low,
                                    .high = run.high,
-                                   .offset3 = entryOffset(pages.section3, run.low, widths.section3),
-                                   .offset4 =
-                                       entryOffset(pages.section4, run.low, widths.section4)};
-        for (const Packed cell : run.cells) {
-            append(pages.section3, cell, widths.section3);
-            append(pages.section4, cell >> 8 * widths.section3, widths.section4);
-        }
+                                   .offset3 = offset3,
+                                   .offset4 = offset4};
     }
+    pages.section3 = section3.bytes();
+    pages.section4 = section4.bytes();
     return pages;
+}
+
+std::size_t sizeOf(const UnicodePages& pages)
+{
+    return pages.section3.size() + pages.section4.size();
+}
+
+// Characters in code order have low bytes that repeat, page after page. Parted pages share them:
+// those stay parted that find much of their low bytes among those of the pages ahead of them, and
+// the first of such a chain.
+std::vector<Run> withSharedBytes(std::vector<Run> runs)
+{
+    ArraySection lows;
+    Run* ahead = nullptr;
+    for (Run& run : runs) {
+        if (run.kind != kPageWord)
+            continue;
+        lows.lay(arrayOf(run, 0, 1), 0);
+        if (lows.shared() >= run.cells.size() / 2) {
+            run.kind = kPageByteByte;
+            if (ahead != nullptr)
+                ahead->kind = kPageByteByte;
+        }
+        ahead = &run;
+    }
+    return runs;
 }
 
 // Gives half of the longest word page to section 4. False if there is none.
@@ -118,6 +182,11 @@ UnicodePages layOutPages(const std::map<std::uint16_t, Packed>& encode, std::uin
 {
     std::vector<Run> runs = runsOf(encode, substitution, maxBytes);
     UnicodePages pages = place(runs);
+    std::vector<Run> shared = withSharedBytes(runs);
+    if (UnicodePages smaller = place(shared); sizeOf(smaller) < sizeOf(pages)) {
+        pages = std::move(smaller);
+        runs = std::move(shared);
+    }
     while (pages.section3.size() > kMaxSectionSize && partLongest(runs))
         pages = place(runs);
     return pages;

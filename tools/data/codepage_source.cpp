@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "chars/cpfile.hpp"
+#include "codepage_base.hpp"
 #include "codepage_check.hpp"
 #include "container.hpp"
 #include "sourcefile.hpp"
@@ -16,6 +17,8 @@ namespace {
 
 constexpr std::size_t kRowCells = 16;
 constexpr const char* kUnassigned = "----";
+constexpr const char* kBasedOn = "based on";
+constexpr int kMaxDepth = 8; // of sources that are based on others
 
 // The library compares shift bytes as signed in some places, so none is above 7F.
 bool isShift(std::uint8_t byte)
@@ -55,12 +58,12 @@ class SourceReader {
         : path_(std::move(path)), diagnostics_(diagnostics), report_(path_, diagnostics)
     {
     }
-    // `follow`: whether the tables of another source may be taken. It has to have its own.
-    std::optional<CodePageSource> read(bool follow);
+    std::optional<CodePageSource> read();
 
   private:
     using Setter = std::function<bool(std::string_view)>;
 
+    bool readLines();
     void readLine(const SourceLine& line);
     void readSetting(const SourceLine& line);
     void readRow(const SourceLine& line);
@@ -69,7 +72,7 @@ class SourceReader {
     void readEncode(const SourceLine& line);
     void readMapValue(const SourceLine& line);
     void fillSettings();
-    void takeSame();
+    bool takeBase(int depth);
     bool cut(const SourceLine& line, std::string_view& key, std::string_view& value);
 
     std::string path_;
@@ -117,8 +120,8 @@ void SourceReader::fillSettings()
                isShift(source_.shiftIn) && isShift(source_.shiftOut);
     };
     settings_["rule"] = [this](std::string_view text) { return source_.utf8 = text == "utf8"; };
-    settings_["same as"] = [this](std::string_view text) {
-        source_.sameAs = text;
+    settings_[kBasedOn] = [this](std::string_view text) {
+        source_.basedOn = text;
         return text.find_first_of("/\\") == std::string_view::npos;
     };
     settings_["substitution"] = byteSetter(source_.substitution);
@@ -190,7 +193,7 @@ void SourceReader::readRow(const SourceLine& line)
     Packed cell = *start;
     for (const std::string_view word : wordsOf(std::string_view(line.text).substr(colon + 1))) {
         if (word == kUnassigned) {
-            ++cell;
+            places_.unassigned.insert(cell++);
         } else if (word.size() == 10 && word.substr(4, 2) == "..") {
             readRun(line.number, cell, word.substr(0, 4), word.substr(6));
         } else if (const auto value = parseUnicode(word)) {
@@ -238,7 +241,6 @@ void SourceReader::readLine(const SourceLine& line)
 {
     if (line.text.front() == '[') {
         section_ = line.text;
-        places_.hasSections = true;
         if (section_ != "[decode]" && section_ != "[encode]" && section_ != "[map values]")
             report_.error(line.number, "unknown section " + section_);
     } else if (section_.empty()) {
@@ -252,32 +254,41 @@ void SourceReader::readLine(const SourceLine& line)
     }
 }
 
-void SourceReader::takeSame()
+// False if there is a base and it has errors of its own.
+bool SourceReader::takeBase(int depth)
 {
-    const std::string other =
-        (std::filesystem::path(path_).parent_path() / (source_.sameAs + ".cp")).string();
-    auto same = SourceReader(other, diagnostics_).read(false);
-    if (!same || !same->sameAs.empty()) {
-        report_.error(places_.settings["same as"],
-                      "'" + source_.sameAs + "' has no tables to take");
-        return;
+    if (source_.basedOn.empty())
+        return true;
+    const std::string path =
+        (std::filesystem::path(path_).parent_path() / (source_.basedOn + ".cp")).string();
+    const int line = places_.settings[kBasedOn];
+    SourceReader base(path, diagnostics_);
+    if (depth == kMaxDepth || !base.readLines() || !base.takeBase(depth + 1) ||
+        !base.report_.clean()) {
+        report_.error(line, "'" + source_.basedOn + "' cannot be read as the base");
+        return false;
     }
-    same->id = source_.id;
-    same->name = source_.name;
-    source_ = std::move(*same);
+    inherit(source_, places_, base.source_, base.places_, line);
+    return true;
 }
 
-std::optional<CodePageSource> SourceReader::read(bool follow)
+bool SourceReader::readLines()
 {
     const auto lines = readSource(path_, diagnostics_);
     if (!lines)
-        return std::nullopt;
+        return false;
     fillSettings();
     for (const SourceLine& line : *lines)
         readLine(line);
-    completeSource(source_, places_, report_);
-    if (report_.clean() && follow && !source_.sameAs.empty())
-        takeSame();
+    return true;
+}
+
+std::optional<CodePageSource> SourceReader::read()
+{
+    if (!readLines())
+        return std::nullopt;
+    if (takeBase(0))
+        completeSource(source_, places_, report_);
     if (!report_.clean())
         return std::nullopt;
     return source_;
@@ -295,7 +306,7 @@ int packedLength(Packed character)
 
 std::optional<CodePageSource> readCodePageSource(const std::string& path, Diagnostics& diagnostics)
 {
-    return SourceReader(path, diagnostics).read(true);
+    return SourceReader(path, diagnostics).read();
 }
 
 // The settings alone, quickly; what is wrong in them is reported by the compilation.

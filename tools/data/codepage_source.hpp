@@ -22,7 +22,7 @@ int packedLength(Packed character);
 struct CodePageSource {
     std::uint16_t id = 0;
     std::string name;
-    std::string sameAs; // the source whose tables this one has, or empty
+    std::string basedOn; // the source that says what this one does not, or empty
     bool asciiFamily = true;
     bool utf8 = false; // by rule; the tables are empty then
     int maxBytes = 1;
@@ -44,9 +44,9 @@ struct CodePageSource {
 
 std::optional<SourceHead> readCodePageHead(const std::string& path, Diagnostics& diagnostics);
 
-// Reads the source, and the one it is the same as, and checks all that can be said of it alone. The
-// encode table is complete: what the source says, and the reverse of the decode table where that is
-// unique.
+// Reads the source, and the one that it is based on, and checks all that can be said of it alone.
+// The encode table is complete: what the source says, and the reverse of the decode table where
+// that is unique.
 std::optional<CodePageSource> readCodePageSource(const std::string& path, Diagnostics& diagnostics);
 
 } // namespace vlx::data

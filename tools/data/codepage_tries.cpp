@@ -91,34 +91,39 @@ class TypeTrieBuilder {
   public:
     TypeTrie build(const std::map<Packed, TypeRecord>& cells)
     {
-        trie_.records.push_back({});
-        trie_.nodes.resize(1 + kFanOut, leaf(0, 0));
+        pool_.push_back(TypeRecord{});
+        trie_.nodes.resize(1 + kFanOut, leaf(0));
         trie_.nodes[0] = {.isLeaf = 0, .mask = 0xFF, .base = std::uint16_t{1}};
         for (const auto& [lead, below] : byLead(cells, 0))
             fill(1u + lead, below, 1);
+        placeRows();
+        for (const Slot& slot : pool_)
+            trie_.records.push_back(slot.value_or(TypeRecord{}));
         return std::move(trie_);
     }
 
   private:
     using Cells = std::map<Packed, TypeRecord>;
-    using Row = std::vector<std::optional<TypeRecord>>;
+    using Slot = std::optional<TypeRecord>;
+    using Row = std::vector<Slot>;
 
-    static TSTypeNode leaf(std::uint8_t mask, std::size_t base)
+    static TSTypeNode leaf(std::size_t mask)
     {
-        return {.isLeaf = 1, .mask = mask, .base = static_cast<std::uint16_t>(base)};
+        return {.isLeaf = 1, .mask = static_cast<std::uint8_t>(mask), .base = {}};
     }
 
     void fill(std::size_t node, const Cells& cells, int depth)
     {
         if (allEqual(cells) || lastByte(cells, depth)) {
             const Row row = smallestRow(cells);
-            trie_.nodes[node] = leaf(static_cast<std::uint8_t>(row.size() - 1), place(row));
+            trie_.nodes[node] = leaf(row.size() - 1);
+            rows_[row].push_back(node);
             return;
         }
         const auto leads = byLead(cells, depth);
         const std::size_t mask = separatingMask(leads);
         const std::size_t children = trie_.nodes.size();
-        trie_.nodes.resize(children + mask + 1, leaf(0, 0));
+        trie_.nodes.resize(children + mask + 1, leaf(0));
         trie_.nodes[node] = {.isLeaf = 0,
                              .mask = static_cast<std::uint8_t>(mask),
                              .base = static_cast<std::uint16_t>(children)};
@@ -166,22 +171,51 @@ class TypeTrieBuilder {
         }
     }
 
-    // The index of the row among the records: where it stands already, or else at their end.
-    std::size_t place(const Row& row)
+    // Rows have gaps, where no character is assigned, and other rows may lie there. The fullest row
+    // comes first, as it has the least choice.
+    void placeRows()
     {
-        auto& records = trie_.records;
-        const auto same = [](const TypeRecord& record, const std::optional<TypeRecord>& wanted) {
-            return !wanted || record == *wanted;
-        };
-        const auto found =
-            std::search(records.begin(), records.end(), row.begin(), row.end(), same);
-        const auto index = static_cast<std::size_t>(found - records.begin());
-        if (found == records.end())
-            for (const auto& wanted : row)
-                records.push_back(wanted.value_or(TypeRecord{}));
-        return index;
+        std::vector<const std::pair<const Row, std::vector<std::size_t>>*> rows;
+        for (const auto& row : rows_)
+            rows.push_back(&row);
+        std::stable_sort(rows.begin(), rows.end(), [](const auto* one, const auto* other) {
+            return fullness(one->first) > fullness(other->first);
+        });
+        for (const auto* const row : rows) {
+            const auto base = static_cast<std::uint16_t>(place(row->first));
+            for (const std::size_t node : row->second)
+                trie_.nodes[node].base = base;
+        }
     }
 
+    static std::size_t fullness(const Row& row)
+    {
+        return static_cast<std::size_t>(std::count_if(
+            row.begin(), row.end(), [](const Slot& slot) { return slot.has_value(); }));
+    }
+
+    // Lays a row where it makes the records longer by least, and gives its index.
+    std::size_t place(const Row& row)
+    {
+        const auto agree = [](const Slot& slot, const Slot& wanted) {
+            return !slot || !wanted || *slot == *wanted;
+        };
+        std::size_t at = 0;
+        for (; at < pool_.size(); ++at) {
+            const std::size_t shared = std::min(row.size(), pool_.size() - at);
+            const auto from = pool_.begin() + static_cast<std::ptrdiff_t>(at);
+            if (std::equal(from, from + static_cast<std::ptrdiff_t>(shared), row.begin(), agree))
+                break;
+        }
+        pool_.resize(std::max(pool_.size(), at + row.size()));
+        for (std::size_t i = 0; i < row.size(); ++i)
+            if (row[i])
+                pool_[at + i] = row[i];
+        return at;
+    }
+
+    std::map<Row, std::vector<std::size_t>> rows_; // with the nodes that take them
+    std::vector<Slot> pool_;                       // the records; an empty one is free
     TypeTrie trie_;
 };
 

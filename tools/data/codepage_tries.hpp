@@ -2,6 +2,7 @@
 // for each first byte.
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <map>
 #include <vector>
@@ -24,7 +25,7 @@ struct TypeRecord {
     std::uint32_t type = 0;
     std::uint32_t delta = 0;
 
-    bool operator==(const TypeRecord&) const = default;
+    auto operator<=>(const TypeRecord&) const = default;
 };
 
 // The trie of character types: nodes, then records. Record 0 is the one of first bytes that begin

@@ -76,7 +76,7 @@ class Loader {
 
 void Loader::loadCharacters()
 {
-    const auto characters = CharacterData::load(directory_, diagnostics_);
+    const auto characters = CharacterData::load(directory_, CharacterData::kLibrary, diagnostics_);
     if (!characters)
         return;
     for (std::uint32_t value = 0; value < kUnicodeValues; ++value) {

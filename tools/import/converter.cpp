@@ -14,11 +14,17 @@ constexpr std::uint32_t kReplacement = 0xFFFD;
 constexpr char kShiftIn = 0x0E;
 constexpr char kShiftOut = 0x0F;
 
+// What bytes are: the 16-bit units of a character, nothing, or the beginning of something longer.
+struct Decoded {
+    std::u16string units;
+    bool cutOff = false;
+};
+
 // One character at a time, in both directions; nothing where there is no exact counterpart.
 class Converter {
   public:
     virtual ~Converter() = default;
-    virtual std::optional<std::uint16_t> decode(const std::string& bytes) = 0;
+    virtual Decoded decode(const std::string& bytes) = 0;
     virtual std::optional<std::string> encode(std::uint16_t value) = 0;
 };
 
@@ -41,15 +47,15 @@ class IcuConverter : public Converter {
 
     bool good() const { return good_; }
 
-    std::optional<std::uint16_t> decode(const std::string& bytes) override
+    Decoded decode(const std::string& bytes) override
     {
         UErrorCode code = U_ZERO_ERROR;
         UChar units[16];
         const int32_t count = ucnv_toUChars(converter_, units, 16, bytes.data(),
                                             static_cast<int32_t>(bytes.size()), &code);
-        if (U_FAILURE(code) || count != 1)
-            return std::nullopt;
-        return units[0];
+        if (U_FAILURE(code))
+            return {{}, code == U_TRUNCATED_CHAR_FOUND};
+        return {std::u16string(units, static_cast<std::size_t>(count))};
     }
 
     // An empty result is a character that the converter leaves out without a word.
@@ -86,13 +92,16 @@ class IconvConverter : public Converter {
 
     bool good() const { return decoder_ != iconv_t(-1) && encoder_ != iconv_t(-1); }
 
-    std::optional<std::uint16_t> decode(const std::string& bytes) override
+    Decoded decode(const std::string& bytes) override
     {
         const auto units = run(decoder_, bytes);
-        if (!units || units->size() != 2)
-            return std::nullopt;
-        const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>((*units)[i]); };
-        return static_cast<std::uint16_t>(byte(0) | byte(1) << 8);
+        if (!units)
+            return {{}, errno == EINVAL};
+        Decoded decoded;
+        for (std::size_t i = 0; i + 1 < units->size(); i += 2)
+            decoded.units += static_cast<char16_t>(static_cast<std::uint8_t>((*units)[i]) |
+                                                   static_cast<std::uint8_t>((*units)[i + 1]) << 8);
+        return decoded;
     }
 
     std::optional<std::string> encode(std::uint16_t value) override
@@ -112,6 +121,7 @@ class IconvConverter : public Converter {
         std::size_t left = in.size();
         std::size_t room = sizeof out;
         iconv(converter, nullptr, nullptr, nullptr, nullptr);
+        errno = 0;
         if (iconv(converter, &from, &left, &to, &room) != 0 || left != 0 ||
             iconv(converter, nullptr, nullptr, &to, &room) != 0)
             return std::nullopt;
@@ -148,22 +158,44 @@ bool holdsShiftByte(std::uint32_t character)
     return false;
 }
 
-void decodeAll(Converter& converter, int maxBytes, bool stateful, ConverterTables& tables)
-{
-    const auto take = [&](std::uint32_t character, int length) {
-        if (stateful && holdsShiftByte(character))
-            return;
-        const auto value = converter.decode(bytesOf(character, length, stateful));
-        if (value && *value != kReplacement)
-            tables.decode.emplace(character, *value);
-    };
-    for (std::uint32_t byte = 0; byte < 0x100; ++byte)
-        take(byte, 1);
-    const std::uint32_t limit = maxBytes == 1 ? 0x100 : 0x10000;
-    for (std::uint32_t character = 0x100; character < limit; ++character)
-        if ((character & 0xFF) != 0 && (stateful || !tables.decode.contains(character >> 8)))
-            take(character, 2);
-}
+// Every byte sequence of a converter; what is cut off is followed by one byte more.
+class Decoder {
+  public:
+    Decoder(Converter& converter, ConverterTables& tables) : converter_(converter), tables_(tables)
+    {
+    }
+
+    void follow(std::uint32_t prefix, int length, int maxBytes)
+    {
+        for (std::uint32_t byte = length == 1 ? 0 : 1; byte < 0x100; ++byte) {
+            const std::uint32_t character = prefix << 8 | byte;
+            if (take(character, length, false) && length < maxBytes)
+                follow(character, length + 1, maxBytes);
+        }
+    }
+
+    void tryBothStates()
+    {
+        for (std::uint32_t character = 0; character < 0x10000; ++character)
+            if (!holdsShiftByte(character) && (character < 0x100 || (character & 0xFF) != 0))
+                take(character, character < 0x100 ? 1 : 2, true);
+    }
+
+  private:
+    // True if the character is cut off.
+    bool take(std::uint32_t character, int length, bool stateful)
+    {
+        const Decoded decoded = converter_.decode(bytesOf(character, length, stateful));
+        if (decoded.units.size() == 1 && decoded.units[0] != kReplacement)
+            tables_.decode.emplace(character, static_cast<std::uint16_t>(decoded.units[0]));
+        else if (decoded.units.size() > 1)
+            tables_.impossible.emplace(character, decoded.units);
+        return decoded.cutOff;
+    }
+
+    Converter& converter_;
+    ConverterTables& tables_;
+};
 
 void encodeAll(Converter& converter, bool stateful, ConverterTables& tables)
 {
@@ -182,7 +214,11 @@ bool readWith(const char* name, int maxBytes, bool stateful, ConverterTables& ta
     Kind converter(name);
     if (!converter.good())
         return false;
-    decodeAll(converter, maxBytes, stateful, tables);
+    Decoder decoder(converter, tables);
+    if (stateful)
+        decoder.tryBothStates();
+    else
+        decoder.follow(0, 1, maxBytes);
     encodeAll(converter, stateful, tables);
     return true;
 }

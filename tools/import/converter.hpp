@@ -10,6 +10,8 @@ namespace vlx::import {
 struct ConverterTables {
     std::map<std::uint32_t, std::uint16_t> decode; // packed character to Unicode
     std::map<std::uint16_t, std::uint32_t> encode; // back, without fallbacks
+    // Characters that are no single 16-bit value: above U+FFFF, or several values.
+    std::map<std::uint32_t, std::u16string> impossible;
 };
 
 // `stateful` parts the characters of two bytes from the others by shift bytes. False if there is no

@@ -14,8 +14,13 @@ int run(int argc, char** argv)
     app.require_subcommand(1);
 
     vlx::import::Options pages;
-    CLI::App* const codePages = app.add_subcommand("codepages", "Code pages, from ICU");
+    CLI::App* const codePages = app.add_subcommand("codepages", "Code pages, from ICU and glibc");
     codePages->add_option("-o,--output", pages.outputDirectory, "data/codepages")->required();
+
+    vlx::import::Options tables;
+    CLI::App* const characters =
+        app.add_subcommand("characters", "Characters younger than Unicode 2.0, from ICU");
+    characters->add_option("-o,--output", tables.outputDirectory, "data/unicode")->required();
 
     vlx::import::CldrOptions texts;
     CLI::App* const cldr = app.add_subcommand("cldr", "Languages and territories, from CLDR");
@@ -29,9 +34,10 @@ int run(int argc, char** argv)
     sorts->add_option("-o,--output", orders.outputDirectory, "data")->required();
     CLI11_PARSE(app, argc, argv);
 
-    const bool good = codePages->parsed() ? vlx::import::importCodePages(pages)
-                      : cldr->parsed()    ? vlx::import::importCldr(texts)
-                                          : vlx::import::importSorts(orders);
+    const bool good = codePages->parsed()    ? vlx::import::importCodePages(pages)
+                      : characters->parsed() ? vlx::import::importCharacters(tables)
+                      : cldr->parsed()       ? vlx::import::importCldr(texts)
+                                             : vlx::import::importSorts(orders);
     return good ? 0 : 1;
 }
 
