@@ -21,6 +21,14 @@ std::vector<ShippedPage> shippedPages()
     return pages;
 }
 
+std::vector<ShippedPage> shippedPages(std::string ShippedPage::*converter)
+{
+    std::vector<ShippedPage> pages = shippedPages();
+    std::erase_if(pages,
+                  [converter](const ShippedPage& page) { return (page.*converter).empty(); });
+    return pages;
+}
+
 std::string pageName(const ShippedPage& page)
 {
     std::string name = page.name;

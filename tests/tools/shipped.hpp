@@ -17,6 +17,8 @@ struct ShippedPage {
 
 // Those with tables; UTF-8 goes by rule.
 std::vector<ShippedPage> shippedPages();
+// Those that a library has: &ShippedPage::icu, &ShippedPage::glibc.
+std::vector<ShippedPage> shippedPages(std::string ShippedPage::*converter);
 
 // By the path of its file: VLX_LOCALE and VLX_DATA_DIRECTORY are set by the build.
 std::string compiledPath(int id);

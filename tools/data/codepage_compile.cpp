@@ -66,6 +66,7 @@ class Compiler {
 
     Packed encoded(std::uint16_t value, Packed otherwise) const;
     Packed fullWidth(Packed character, std::uint16_t value) const;
+    std::uint32_t longerWord(std::uint16_t value) const;
     TypeRecord recordOf(Packed character, std::uint16_t value) const;
     std::uint16_t offsetHere() const { return static_cast<std::uint16_t>(section1_.size()); }
 
@@ -167,10 +168,18 @@ void Compiler::appendMaps()
         append(section1_, pair);
 }
 
+// Who defines characters of several bytes of their own needs them for names: they are ideographs.
+// Only the page by rule has no custom of its own.
+std::uint32_t Compiler::longerWord(std::uint16_t value) const
+{
+    const bool privateUse = value >= 0xE000 && value <= 0xF8FF;
+    return privateUse && !page_.utf8 ? kUserDefinedWord : characters_.typeWord(value);
+}
+
 // Mapping adds the delta to the packed character, so it can only lead to one of the same length.
 TypeRecord Compiler::recordOf(Packed character, std::uint16_t value) const
 {
-    TypeRecord record{characters_.typeWord(value), 0};
+    TypeRecord record{longerWord(value), 0};
     const std::uint16_t image = record.type & kUpperCase   ? characters_.toLower(value)
                                 : record.type & kLowerCase ? characters_.toUpper(value)
                                                            : value;

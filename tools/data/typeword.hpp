@@ -34,6 +34,9 @@ inline constexpr int kDirectionShift = 10;
 inline constexpr int kFormShift = 22;
 
 inline constexpr std::uint32_t kHalfWidthWord = kHalfWidth << kFormShift;
+// An ideograph from left to right, as those of Unicode are.
+inline constexpr std::uint32_t kUserDefinedWord =
+    kIdeograph << kFormShift | 2u << kDirectionShift | kAlphabetic;
 inline constexpr std::uint32_t kNoDirectionWord = 1u << kDirectionShift; // of an unassigned value
 
 // A row of the property table. `flags` are the letters that the table's head explains.

@@ -1,5 +1,5 @@
-// The characters that Unicode got after version 2.0, by ICU: code pages have some of them, and the
-// library's own tables do not.
+// The characters that the library's own tables do not have, by ICU: those that Unicode got after
+// version 2.0, and Tibetan. Code pages have some of them.
 #include "import.hpp"
 
 #include <fstream>
@@ -84,13 +84,15 @@ std::string flagsOf(UChar32 value)
     return flags.empty() ? "-" : flags;
 }
 
-bool isYounger(UChar32 value)
+bool isLeftOut(UChar32 value)
 {
     UVersionInfo age;
     u_charAge(value, age);
     const int8_t type = u_charType(value);
-    return (age[0] > 2 || (age[0] == 2 && age[1] > 0)) && type != U_UNASSIGNED &&
-           type != U_SURROGATE && type != U_PRIVATE_USE_CHAR;
+    // The library's table leaves Tibetan out.
+    const bool leftOut =
+        age[0] > 2 || (age[0] == 2 && age[1] > 0) || ublock_getCode(value) == UBLOCK_TIBETAN;
+    return leftOut && type != U_UNASSIGNED && type != U_SURROGATE && type != U_PRIVATE_USE_CHAR;
 }
 
 void writeHead(std::ostream& out, const char* title)
@@ -107,7 +109,9 @@ void writeValue(std::ostream& out, UChar32 value)
 // Equal neighbours are one row.
 void writeProperties(std::ostream& out, const std::vector<bool>& younger)
 {
-    writeHead(out, "Character properties of the values that Unicode got after version 2.0.");
+    writeHead(
+        out,
+        "Character properties of the values that Unicode got after version 2.0, and of Tibetan.");
     out << "# Columns and flags: those of properties-2.0.tsv. Only code pages take them.\n";
     const auto textOf = [&](UChar32 value) {
         return younger[static_cast<std::size_t>(value)]
@@ -168,7 +172,7 @@ bool importCharacters(const Options& options)
 {
     std::vector<bool> younger;
     for (UChar32 value = 0; value < kValues; ++value)
-        younger.push_back(isYounger(value));
+        younger.push_back(isLeftOut(value));
     const std::string& directory = options.outputDirectory;
     return writeFile(directory + "/properties-younger.tsv",
                      [&](std::ostream& out) { writeProperties(out, younger); }) &&
