@@ -314,8 +314,10 @@ bool importSort(const fs::path& cldr, const SortRow& row, const fs::path& path)
     if (row.remark != nullptr)
         out << "# " << row.remark << "\n";
     out << "\nid = " << row.id << "\nname = \"" << row.object << "\"\nrules = '''\n"
-        << *rules << "'''\n"
-        << row.keys;
+        << *rules << "'''\n";
+    if (row.pages != nullptr)
+        out << "pages = \"" << row.pages << "\"\n";
+    out << row.keys;
     return finish(out, path);
 }
 

@@ -18,8 +18,7 @@ constexpr const char* kHungarian = R"(not_held = [
     "tty", "Tty", "TTY", "zzs", "Zzs", "ZZS"]
 )";
 
-constexpr const char* kThai = R"(pages = "00-06 0E 10-11 1E-1F 20-27 30-33 F9-FB FE-FF"
-
+constexpr const char* kThai = R"(
 [[combine]] # vowels that are written ahead of their consonant and sorted behind it
 first = "เแโใไ"
 second = "กขฃคฅฆงจฉชซฌญฎฏฐฑฒณดตถทธนบปผฝพฟภมยรฤลฦวศษสหฬอฮ"
@@ -37,7 +36,7 @@ second = "\u0300\u0309\u0303\u0301\u0323"
 
 constexpr SortRow kRows[] = {
     {1, "General", "the root order, for all languages without a sort of their own", nullptr,
-     nullptr, "", nullptr, nullptr, ""},
+     nullptr, "", nullptr, nullptr, "", nullptr},
     {2, "Spanish", "Spanish", "es", "standard", nullptr, nullptr, nullptr, ""},
     {3, "TraditionalSpanish", "Spanish with the letters ch and ll", "es", "traditional", nullptr,
      nullptr, nullptr, ""},
@@ -75,7 +74,7 @@ constexpr SortRow kRows[] = {
     {25, "GermanPhonebook", "German as telephone directories have it, ä as ae", "de", "phonebook",
      nullptr, nullptr, nullptr, ""},
     {26, "IgnorePunctuation", "the root order, with blanks and punctuation last of all", nullptr,
-     nullptr, "[alternate shifted]", nullptr, nullptr, ""},
+     nullptr, "[alternate shifted]", nullptr, nullptr, "", nullptr},
 };
 
 } // namespace

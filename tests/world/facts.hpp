@@ -1,0 +1,212 @@
+// What the directory has to hold, written down once more: every language with the objects that
+// belong to it, every territory, each with the locale of CLDR that it follows.
+#pragma once
+
+#include <cstdint>
+
+namespace vlx::test {
+
+struct LanguageFacts {
+    std::uint16_t id;
+    const char* name;
+    const char* cldr; // empty if CLDR does not have it
+    const char* territory;
+    const char* codePage;
+    const char* sort;
+};
+
+inline constexpr LanguageFacts kLanguageFacts[] = {
+    {1, "English", "en", "UnitedStates", "MS1252", "General"},
+    {2, "German", "de", "Germany", "MS1252", "General"},
+    {3, "French", "fr", "France", "MS1252", "General"},
+    {4, "Spanish", "es", "Spain", "MS1252", "Spanish"},
+    {5, "Italian", "it", "Italy", "MS1252", "General"},
+    {6, "Portuguese", "pt_PT", "Portugal", "MS1252", "General"},
+    {7, "Norwegian", "nb", "Norway", "MS1252", "DanishNorwegian"},
+    {8, "Swedish", "sv", "Sweden", "MS1252", "Swedish"},
+    {9, "Danish", "da", "Denmark", "MS1252", "DanishNorwegian"},
+    {10, "Finnish", "fi", "Finland", "MS1252", "Finnish"},
+    {11, "Japanese", "ja", "Japan", "MS932", "Binary"},
+    {12, "CanadianFrench", "fr_CA", "French-Canada", "MS1252", "General"},
+    {13, "TraditionalChinese", "zh_Hant", "Taiwan", "MS950", "Binary"},
+    {14, "SimplifiedChinese", "zh", "China", "MS936", "Binary"},
+    {15, "Albanian", "sq", "Albania", "MS1250", "General"},
+    {16, "Arabic", "ar", "SaudiArabia", "MS1256", "General"},
+    {17, "Bulgarian", "bg", "Bulgaria", "MS1251", "General"},
+    {18, "Byelorussian", "be", "Belarus", "MS1251", "General"},
+    {19, "Catalan", "ca", "Catalonia", "MS1252", "General"},
+    {20, "Croatian", "hr", "Croatia", "MS1250", "Croatian"},
+    {21, "Czech", "cs", "CzechRepublic", "MS1250", "Czech"},
+    {22, "Dutch", "nl", "Netherlands", "MS1252", "General"},
+    {23, "Estonian", "et", "Estonia", "MS1257", "Estonian"},
+    {24, "Farsi", "fa", "Iran", "MS1256", "General"},
+    {25, "Greek", "el", "Greece", "MS1253", "General"},
+    {26, "Hebrew", "he", "Israel", "MS1255", "General"},
+    {27, "Hungarian", "hu", "Hungary", "MS1250", "Hungarian"},
+    {28, "Korean", "ko", "Korea", "MS949", "Binary"},
+    {29, "Latvian", "lv", "Latvia", "MS1257", "Latvian"},
+    {30, "Lithuanian", "lt", "Lithuania", "MS1257", "Lithuanian"},
+    {31, "Macedonian", "mk", "Macedonia", "MS1251", "General"},
+    {32, "Romanian", "ro", "Romania", "MS1250", "Romanian"},
+    {33, "Russian", "ru", "Russia", "MS1251", "General"},
+    {34, "Serbian", "sr_Latn", "Yugoslavia", "MS1250", "General"},
+    {35, "SerbianCyrillic", "sr", "Yugoslavia", "MS1251", "General"},
+    {36, "Slovak", "sk", "Slovakia", "MS1250", "Slovak"},
+    {37, "Slovenian", "sl", "Slovenia", "MS1250", "Slovenian"},
+    {38, "Thai", "th", "Thailand", "MS874", "Thai"},
+    {39, "Turkish", "tr", "Turkey", "MS1254", "Turkish"},
+    {40, "Ukrainian", "uk", "Ukraine", "MS1251", "Ukrainian"},
+    {41, "Vietnamese", "vi", "VietNam", "MS1258", "Vietnamese"},
+    {42, "Icelandic", "is", "Iceland", "MS1252", "Icelandic"},
+    {43, "Polish", "pl", "Poland", "MS1250", "Polish"},
+    {44, "Rhaeto-Romanic", "rm", "Romansh-Switzerland", "MS1252", "General"},
+    {45, "Urdu", "ur", "Pakistan", "MS1256", "General"},
+    {46, "Indonesian", "id", "Indonesia", "MS1252", "General"},
+    {47, "Maori", "mi", "NewZealand", "MS1257", "General"},
+    {48, "Laotian", "lo", "Laos", "UTF-8", "General"},
+    {49, "Kampuchean", "km", "Cambodia", "UTF-8", "General"},
+    {50, "Basque", "eu", "BasqueCountry", "MS1252", "General"},
+    {51, "Sorbian", "hsb", "Germany", "MS1250", "General"},
+    {52, "Sutu", "", "SouthAfrica", "MS1252", "General"},
+    {53, "Tsonga", "", "SouthAfrica", "MS1252", "General"},
+    {54, "Tswana", "", "SouthAfrica", "MS1252", "General"},
+    {55, "Venda", "", "SouthAfrica", "UTF-8", "General"},
+    {56, "Xhosa", "xh", "SouthAfrica", "MS1252", "General"},
+    {57, "Zulu", "zu", "SouthAfrica", "MS1252", "General"},
+    {58, "Afrikaans", "af", "SouthAfrica", "MS1252", "General"},
+    {59, "Faeroese", "fo", "FaeroeIslands", "MS1252", "DanishNorwegian"},
+    {60, "Hindi", "hi", "India", "UTF-8", "General"},
+    {61, "Maltese", "mt", "Malta", "UTF-8", "General"},
+    {62, "Sami", "se", "Norway", "ISO8859-10", "General"},
+    {63, "ScotsGaelic", "gd", "UnitedKingdom", "MS1252", "General"},
+    {64, "Norwegian(Nynorsk)", "nn", "Norway", "MS1252", "DanishNorwegian"},
+};
+
+struct TerritoryFacts {
+    std::uint16_t id;
+    const char* name;
+    const char* cldr;
+};
+
+inline constexpr TerritoryFacts kTerritoryFacts[] = {
+    {8, "Albania", "sq_AL"},
+    {12, "Algeria", "ar_DZ"},
+    {29, "TheCarribean", "en_BB"},
+    {32, "Argentina", "es_AR"},
+    {36, "Australia", "en_AU"},
+    {40, "Austria", "de_AT"},
+    {48, "Bahrain", "ar_BH"},
+    {56, "Dutch-Belgium", "nl_BE"},
+    {57, "French-Belgium", "fr_BE"},
+    {68, "Boliva", "es_BO"},
+    {76, "Brazil", "pt_BR"},
+    {100, "Bulgaria", "bg_BG"},
+    {112, "Belarus", "be_BY"},
+    {116, "Cambodia", "km_KH"},
+    {124, "Canada", "en_CA"},
+    {125, "French-Canada", "fr_CA"},
+    {134, "Catalonia", "ca_ES"},
+    {152, "Chile", "es_CL"},
+    {156, "China", "zh_Hans_CN"},
+    {158, "Taiwan", "zh_Hant_TW"},
+    {170, "Columbia", "es_CO"},
+    {188, "CostaRica", "es_CR"},
+    {191, "Croatia", "hr_HR"},
+    {203, "CzechRepublic", "cs_CZ"},
+    {208, "Denmark", "da_DK"},
+    {214, "DominicanRepublic", "es_DO"},
+    {218, "Ecuador", "es_EC"},
+    {233, "Estonia", "et_EE"},
+    {234, "FaeroeIslands", "fo_FO"},
+    {246, "Finland", "fi_FI"},
+    {250, "France", "fr_FR"},
+    {276, "Germany", "de_DE"},
+    {300, "Greece", "el_GR"},
+    {320, "Guatemala", "es_GT"},
+    {344, "HongKong", "zh_Hant_HK"},
+    {348, "Hungary", "hu_HU"},
+    {352, "Iceland", "is_IS"},
+    {356, "India", "hi_IN"},
+    {360, "Indonesia", "id_ID"},
+    {364, "Iran", "fa_IR"},
+    {368, "Iraq", "ar_IQ"},
+    {372, "Ireland", "en_IE"},
+    {376, "Israel", "he_IL"},
+    {380, "Italy", "it_IT"},
+    {388, "Jamaica", "en_JM"},
+    {392, "Japan", "ja_JP"},
+    {400, "Jordan", "ar_JO"},
+    {410, "Korea", "ko_KR"},
+    {414, "Kuwait", "ar_KW"},
+    {418, "Laos", "lo_LA"},
+    {422, "Lebanon", "ar_LB"},
+    {428, "Latvia", "lv_LV"},
+    {434, "Libya", "ar_LY"},
+    {442, "Lithuania", "lt_LT"},
+    {443, "Luxembourg", "fr_LU"},
+    {470, "Malta", "mt_MT"},
+    {484, "Mexico", "es_MX"},
+    {498, "Moldavia", "ro_MD"},
+    {504, "Morocco", "ar_MA"},
+    {512, "Oman", "ar_OM"},
+    {528, "Netherlands", "nl_NL"},
+    {554, "NewZealand", "en_NZ"},
+    {578, "Norway", "nb_NO"},
+    {586, "Pakistan", "ur_PK"},
+    {591, "Panama", "es_PA"},
+    {600, "Paraguay", "es_PY"},
+    {604, "Peru", "es_PE"},
+    {616, "Poland", "pl_PL"},
+    {620, "Portugal", "pt_PT"},
+    {634, "Qatar", "ar_QA"},
+    {642, "Romania", "ro_RO"},
+    {643, "Russia", "ru_RU"},
+    {682, "SaudiArabia", "ar_SA"},
+    {702, "Singapore", "zh_Hans_SG"},
+    {703, "Slovakia", "sk_SK"},
+    {704, "VietNam", "vi_VN"},
+    {705, "Slovenia", "sl_SI"},
+    {710, "SouthAfrica", "en_ZA"},
+    {724, "Spain", "es_ES"},
+    {725, "BasqueCountry", "eu_ES"},
+    {752, "Sweden", "sv_SE"},
+    {756, "German-Switzerland", "de_CH"},
+    {757, "French-Switzerland", "fr_CH"},
+    {758, "Italian-Switzerland", "it_CH"},
+    {759, "Romansh-Switzerland", "rm_CH"},
+    {760, "Syria", "ar_SY"},
+    {764, "Thailand", "th_TH"},
+    {784, "UnitedArabEmirates", "ar_AE"},
+    {788, "Tunisia", "ar_TN"},
+    {792, "Turkey", "tr_TR"},
+    {804, "Ukraine", "uk_UA"},
+    {807, "Macedonia", "mk_MK"},
+    {818, "Egypt", "ar_EG"},
+    {826, "UnitedKingdom", "en_GB"},
+    {840, "UnitedStates", "en_US"},
+    {858, "Uruguay", "es_UY"},
+    {862, "Venezuela", "es_VE"},
+    {887, "Yemen", "ar_YE"},
+    {891, "Yugoslavia", "sr_Latn_RS"},
+};
+
+struct NamedId {
+    std::uint16_t id;
+    const char* name;
+};
+
+// The code pages and sorts of the native ids.
+inline constexpr NamedId kCodePageFacts[] = {
+    {874, "MS874"},   {932, "MS932"},   {936, "MS936"},   {949, "MS949"},   {950, "MS950"},
+    {1250, "MS1250"}, {1251, "MS1251"}, {1252, "MS1252"}, {1253, "MS1253"}, {1254, "MS1254"},
+    {1255, "MS1255"}, {1256, "MS1256"}, {1257, "MS1257"}, {1258, "MS1258"}, {1361, "MS1361"},
+};
+inline constexpr NamedId kSortFacts[] = {
+    {0, "Binary"},          {1, "General"},   {2, "Spanish"},    {3, "TraditionalSpanish"},
+    {4, "DanishNorwegian"}, {5, "Swedish"},   {6, "Finnish"},    {7, "Croatian"},
+    {8, "Czech"},           {9, "Estonian"},  {10, "Hungarian"}, {11, "Latvian"},
+    {12, "Lithuanian"},     {13, "Romanian"}, {14, "Slovak"},    {15, "Slovenian"},
+    {16, "Thai"},           {17, "Turkish"},  {18, "Ukrainian"}, {19, "Vietnamese"},
+};
+
+} // namespace vlx::test
