@@ -102,6 +102,10 @@ void SortCommand::addModes()
 int SortCommand::run(const Library& library, Output& output) const
 {
     const LocaleHandle locale = openLocale(options_.locale);
+    const bool sorts =
+        !options_.explains && !options_.checks && !options_.checksQuietly && !options_.showsKeys;
+    if (!sorts && options_.output != "-")
+        throw Failure("-o takes sorted lines; redirect what -c, --key and --explain show");
     if (options_.explains)
         return explainPair(library, locale.get(), options_, output);
     if (options_.checks || options_.checksQuietly)

@@ -197,6 +197,7 @@ TEST(SortOptions, AreRefusedWhereTheyMeanNothing)
     expectRefused("Elvish", "no locale \"Elvish\"");
     expectRefused("German@Runes", "its sort is not listed");
     expectRefused("German.UTF-8 -c --key", "--check");
+    expectRefused("German.UTF-8 --key -o /dev/null", "-o takes sorted lines");
     EXPECT_THAT(run("sort </dev/null").errors, HasSubstr("--locale is required"));
 }
 
