@@ -9,9 +9,9 @@
 
 namespace vlx::cli {
 
-Batch::Batch(std::size_t bytes)
+Batch::Batch(std::size_t bytes) : usual_(bytes)
 {
-    take(bytes);
+    take(usual_);
 }
 
 // Memory that is not written yet takes no room in a system that gives it out by pages.
@@ -24,7 +24,13 @@ void Batch::take(std::size_t bytes)
         throw Failure(fmt::format("no memory for {} bytes of lines and keys; give a smaller size "
                                   "with -S",
                                   size_));
-    clear();
+    begin();
+}
+
+void Batch::begin()
+{
+    records_ = block_.get();
+    entries_ = behindEntries();
 }
 
 bool Batch::add(std::string_view key, const Line& line)
@@ -57,8 +63,10 @@ void Batch::sort()
 
 void Batch::clear()
 {
-    records_ = block_.get();
-    entries_ = behindEntries();
+    if (size_ > usual_ + sizeof(Entry))
+        take(usual_);
+    else
+        begin();
 }
 
 } // namespace vlx::cli

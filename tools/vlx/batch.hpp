@@ -40,8 +40,10 @@ class Batch {
     static bool isLater(const Entry& one, const Entry& other);
 
     void take(std::size_t bytes);
+    void begin();
     Entry* behindEntries() const { return reinterpret_cast<Entry*>(block_.get() + size_); }
 
+    const std::size_t usual_; // size of the block where no record needs a larger one
     std::unique_ptr<char[]> block_;
     std::size_t size_ = 0;
     char* records_ = nullptr; // behind the last one

@@ -56,6 +56,8 @@ class PlainExplanation {
   private:
     std::string shown(const Units& units) const
     {
+        if (units.empty())
+            return "\"\"";
         std::string text;
         for (const TSChar16 unit : units) {
             if (unit > 0x20 && unit < 0x7F)
@@ -89,7 +91,8 @@ class PlainExplanation {
         for (std::size_t level = 0; level < kKeyLevels; ++level) {
             const bool parts = what_.parting().order != 0 && level == what_.parting().level;
             for (const std::string* const run : {&first[level], &second[level]}) {
-                const std::string line = fmt::format("  level {}:  {}", level + 1, *run);
+                const std::string line =
+                    fmt::format("  level {}:{}{}", level + 1, run->empty() ? "" : "  ", *run);
                 out_.print("{}\n", parts ? out_.styled(kBad, line) : line);
             }
         }
@@ -177,7 +180,11 @@ void printJson(const Explanation& explanation, Output& output)
 int explainPair(const Library& library, TSLocale* locale, const SortOptions& options,
                 Output& output)
 {
-    const Explanation explanation(library, locale, options.pair, optionsOf(options));
+    if (options.files.size() != 2)
+        throw Failure(
+            "--explain takes two strings, as in `vlx sort --locale German --explain Muller "
+            "Müller`; write -- before them where one begins with -");
+    const Explanation explanation(library, locale, options.files, optionsOf(options));
     if (options.json)
         printJson(explanation, output);
     else

@@ -91,6 +91,8 @@ Line LineReader::lineOf(std::size_t size, std::size_t endSize)
 bool LineReader::fill()
 {
     constexpr std::size_t longest = std::numeric_limits<std::int32_t>::max();
+    if (ended_) // a terminal would ask again
+        return false;
     std::memmove(buffer_.data(), buffer_.data() + begin_, filled_ - begin_);
     filled_ -= begin_;
     scanned_ -= begin_;
@@ -104,7 +106,8 @@ bool LineReader::fill()
     const std::size_t got = input_.read(buffer_.data() + filled_, buffer_.size() - filled_);
     filled_ += got;
     progress_.advance(got);
-    return got > 0;
+    ended_ = got == 0;
+    return !ended_;
 }
 
 } // namespace vlx::cli

@@ -69,6 +69,7 @@ class LineReader {
     std::size_t begin_ = 0;   // of the next line
     std::size_t scanned_ = 0; // no line ends between
     std::size_t filled_ = 0;
+    bool ended_ = false;
     std::uint64_t number_ = 0;
     std::string lastEnd_;
     std::string missing_;

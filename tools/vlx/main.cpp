@@ -222,8 +222,10 @@ int run(int argc, char** argv)
 
     if (conv->parsed())
         return convertTexts(Library(options.directory, Library::BuiltIn::kRefused), options.conv);
-    const Library library(options.directory);
     Output output(standardOutput());
+    if (sort.parsed())
+        return sort.run(Library(options.directory, Library::BuiltIn::kRefused), output);
+    const Library library(options.directory);
     if (show->parsed())
         return showLocale(options.show, output);
     if (locales->parsed())
@@ -234,8 +236,6 @@ int run(int argc, char** argv)
         return printIds(library, options.ids, output);
     if (text.parsed())
         return text.run(output);
-    if (sort.parsed())
-        return sort.run(library, output);
     return walkText(library, options.walk, output);
 }
 

@@ -6,7 +6,7 @@ namespace vlx::cli {
 
 namespace {
 
-constexpr std::size_t kSmallestBuffer = 1 << 12;
+constexpr std::size_t kSmallestBuffer = 1 << 14;
 constexpr std::size_t kLargestBuffer = 1 << 20;
 constexpr std::size_t kMostRuns = 256;
 

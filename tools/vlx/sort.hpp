@@ -16,13 +16,12 @@ namespace vlx::cli {
 
 struct SortOptions {
     std::string locale;
-    std::vector<std::string> files = {"-"}; // "-" is standard input
+    std::vector<std::string> files = {"-"}; // "-" is standard input; or two strings to explain
     std::string output = "-";               // "-" is standard output
     std::vector<std::string> keys;          // as -k has them
     std::string separator;                  // none if empty
     std::string memory = "256M";
     std::string directory;         // of temporary files; else TMPDIR
-    std::vector<std::string> pair; // the two strings to explain
     bool ignoresCase = false;
     bool ignoresWidth = false;
     bool skipsBlanks = false;
@@ -32,6 +31,7 @@ struct SortOptions {
     bool checks = false;
     bool checksQuietly = false;
     bool showsKeys = false;
+    bool explains = false;
     bool json = false;
 };
 

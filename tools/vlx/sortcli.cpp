@@ -90,12 +90,9 @@ void SortCommand::addModes()
         command_->add_flag("-C,--check-quiet", options_.checksQuietly, "The same without a word");
     auto* const key = command_->add_flag(
         "--key", options_.showsKeys, "Show the key of each line as hex, level | level; no sort");
-    auto* const explain =
-        command_
-            ->add_option("--explain", options_.pair,
-                         "Show the collation elements of two strings and where they part")
-            ->expected(2)
-            ->type_name("A B");
+    auto* const explain = command_->add_flag(
+        "--explain", options_.explains,
+        "Show the collation elements of two strings A B, in place of texts, and where they part");
     command_->add_flag("--json", options_.json, "Write a JSON document, with -c, --key, --explain");
     for (auto* const mode : {check, quiet, key})
         explain->excludes(mode);
@@ -105,7 +102,11 @@ void SortCommand::addModes()
 int SortCommand::run(const Library& library, Output& output) const
 {
     const LocaleHandle locale = openLocale(options_.locale);
-    if (!options_.pair.empty())
+    const bool sorts =
+        !options_.explains && !options_.checks && !options_.checksQuietly && !options_.showsKeys;
+    if (!sorts && options_.output != "-")
+        throw Failure("-o takes sorted lines; redirect what -c, --key and --explain show");
+    if (options_.explains)
         return explainPair(library, locale.get(), options_, output);
     if (options_.checks || options_.checksQuietly)
         return checkOrder(locale.get(), options_, output);

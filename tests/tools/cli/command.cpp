@@ -1,5 +1,6 @@
 #include "command.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -157,6 +158,18 @@ std::string contentOf(const std::filesystem::path& path)
 {
     std::ifstream stream(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+std::string masked(std::string text)
+{
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const std::size_t end =
+            std::min(text.find_first_not_of("0123456789ABCDEF", at), text.size());
+        if (const std::size_t size = end - at; size == 2 || size == 4)
+            text.replace(at, size, size, '#');
+        at = std::min(text.find_first_of(" :\n\t", end), text.size());
+    }
+    return text;
 }
 
 Workshop::Workshop()

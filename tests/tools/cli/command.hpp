@@ -61,6 +61,10 @@ nlohmann::json walked(const std::string& arguments, const Surroundings& surround
 
 std::string contentOf(const std::filesystem::path& path);
 
+// With a sign # for each digit of hex numbers that are words of two or four digits: the weights of
+// a sort are not promised.
+std::string masked(std::string text);
+
 // A directory of its own for each test, gone at its end.
 class Workshop {
   public:

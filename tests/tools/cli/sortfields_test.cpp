@@ -81,7 +81,7 @@ TEST(SortFields, AreThoseOfTheSystemsSort)
 {
     Dice dice(20261122);
     const Workshop workshop;
-    for (int round = 0; round < 80; ++round) {
+    for (int round = 0; round < 50; ++round) {
         const std::string file = workshop.file("text", randomText(dice));
         const std::string options = randomOptions(dice);
         EXPECT_EQ(run("sort --locale English.US-ASCII@BINARY" + options + " " + file).out,
@@ -197,7 +197,17 @@ TEST(SortOptions, AreRefusedWhereTheyMeanNothing)
     expectRefused("Elvish", "no locale \"Elvish\"");
     expectRefused("German@Runes", "its sort is not listed");
     expectRefused("German.UTF-8 -c --key", "--check");
+    expectRefused("German.UTF-8 --key -o /dev/null", "-o takes sorted lines");
     EXPECT_THAT(run("sort </dev/null").errors, HasSubstr("--locale is required"));
+}
+
+// The built-in objects have no order but that of codes.
+TEST(SortOptions, NeedALocaleDirectory)
+{
+    const Outcome outcome =
+        run("sort --locale English </dev/null", {.localeDirectory = "/nonexistent"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.errors, HasSubstr("no good control.nls in /nonexistent"));
 }
 
 TEST(SortOptions, AreToldByTheHelp)
