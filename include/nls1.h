@@ -76,7 +76,10 @@ TS_API int32_t NLS1_SetNativeLocale(int32_t ids, int32_t codePage, uint32_t unus
                                     uint32_t options);
 TS_API int32_t NLS1_SetNativeFromLocale(TSLocale* locale, uint32_t unused, uint32_t options);
 
-/** TSConvertNativeLocale(), with TS_ERR_NO_OBJECTS if the library does not run. */
+/**
+ * TSConvertNativeLocale(), with TS_ERR_NO_OBJECTS if the library does not run and TS_ERR_ARGUMENT
+ * for a null id.
+ */
 TS_API TSLocale* NLS1_ConvertNativeLocale(const uint32_t* nativeId, uint32_t options,
                                           int32_t* code);
 
@@ -118,7 +121,7 @@ TS_API int32_t NLS1_SetLocaleTextInfoW(TSLocale* locale, int32_t item, const TSC
  * @name Ids and names of objects
  *
  * They are looked up in the list of the locale directory; no object is loaded. If the library does
- * not run the code is TS_ERR_NO_OBJECTS.
+ * not run the code is TS_ERR_NO_OBJECTS, for a null name or buffer TS_ERR_ARGUMENT.
  * @{
  */
 
