@@ -46,7 +46,7 @@ std::string outputOf(const std::string& script, const fs::path& folder)
     std::ofstream(folder / "script") << "cd " << folder << " && PATH=" << folderOf(VLX_COMMAND)
                                      << ":" << folderOf(VLX_DATA_COMMAND) << ":$PATH\n"
                                      << script;
-    const std::string command = "env -u TS_LANG LC_ALL=C.UTF-8 sh " + (folder / "script").string() + " 2>&1";
+    const std::string command = "LC_ALL=C.UTF-8 sh " + (folder / "script").string() + " 2>&1";
     FILE* const pipe = popen(command.c_str(), "r");
     std::string output;
     char buffer[4096];
