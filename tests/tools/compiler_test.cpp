@@ -1,6 +1,7 @@
 // What the compiler says of bad sources, and that good ones always give the same bytes.
 #include <filesystem>
 #include <set>
+#include <sstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -164,6 +165,42 @@ TEST(Compiler, CompilesTheObjectsThatAreAskedFor)
     ASSERT_TRUE(vlx::data::build({tree.path("."), tree.output(), {"Double"}}, diagnostics));
     EXPECT_TRUE(fs::exists(tree.path("out/cp_00010.nls")));
     EXPECT_FALSE(fs::exists(tree.path("out/cp_00009.nls")));
+}
+
+std::string listOf(const std::string& directory)
+{
+    std::ostringstream out;
+    vlx::data::Diagnostics diagnostics;
+    vlx::data::dumpFile(directory + "/control.nls", out, diagnostics);
+    return out.str() + linesOf(diagnostics);
+}
+
+TEST(Compiler, AddsTheObjectsThatAreAskedForToADirectory)
+{
+    const SourceTree tree;
+    tree.page("A", smallPage());
+    ASSERT_EQ(linesOf(tree.build()), "");
+    const std::string before = contentOf(tree.path("out/cp_00009.nls"));
+    tree.page("A", smallPage("", "40: 0040\n"));
+    tree.page("B", doublePage());
+    vlx::data::Diagnostics diagnostics;
+    ASSERT_TRUE(vlx::data::build({tree.path("."), tree.output(), {"Double"}}, diagnostics));
+    EXPECT_EQ(contentOf(tree.path("out/cp_00009.nls")), before);
+    EXPECT_THAT(listOf(tree.output()), HasSubstr("codepage\t9\tSmall\ncodepage\t10\tDouble\n"));
+    tree.page("B", "id = 11\nname = Double\nbased on = A\n");
+    ASSERT_TRUE(vlx::data::build({tree.path("."), tree.output(), {"Double"}}, diagnostics));
+    EXPECT_THAT(listOf(tree.output()), HasSubstr("codepage\t9\tSmall\ncodepage\t11\tDouble\n"));
+}
+
+TEST(Compiler, KeepsADirectoryWhoseControlFileIsDamaged)
+{
+    const SourceTree tree;
+    tree.page("A", smallPage());
+    tree.write("out/control.nls", "damaged");
+    vlx::data::Diagnostics diagnostics;
+    EXPECT_FALSE(vlx::data::build({tree.path("."), tree.output(), {"Small"}}, diagnostics));
+    EXPECT_THAT(linesOf(diagnostics), HasSubstr("control.nls: "));
+    EXPECT_EQ(contentOf(tree.path("out/control.nls")), "damaged");
 }
 
 TEST(Compiler, ChecksTheAliases)

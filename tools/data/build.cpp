@@ -67,7 +67,7 @@ class Builder {
     std::optional<Object> compile(const Source& source);
     void readVersion();
     void readAliases();
-    void readKept();
+    std::vector<TSObjDisk> entries();
     void write();
 
     std::string pathOf(const char* name) const { return options_.sourceDirectory + "/" + name; }
@@ -81,7 +81,6 @@ class Builder {
     Catalogue catalogue_;
     std::vector<Source> sources_;
     std::vector<Object> objects_;
-    std::vector<Object> kept_; // of the output directory, by their names alone
     std::optional<CharacterData> characters_;
     std::optional<CharacterData> library_; // the page that has all characters is as the library is
     std::optional<RootTable> root_;        // only read if there are sorts
@@ -172,29 +171,37 @@ void Builder::readAliases()
     aliases_ = *text;
 }
 
-// Where some objects alone are compiled, the others that the output directory lists stay listed.
-void Builder::readKept()
+// What the control file lists: the objects of this build and, where only some were asked for, the
+// others of the directory that they are added to.
+std::vector<TSObjDisk> Builder::entries()
 {
-    const fs::path control = fs::path(options_.outputDirectory) / "control.nls";
-    std::error_code none;
-    if (options_.only.empty() || !fs::exists(control, none))
-        return;
-    const auto container = readContainer(control.string(), diagnostics_);
-    if (!container)
-        return;
-    for (const TSObjDisk& entry : controlEntries(*container)) {
-        const std::string name = nameOf(entry);
-        if (std::none_of(objects_.begin(), objects_.end(), [&](const Object& object) {
-                return object.type == entry.type && (object.id == entry.id || object.name == name);
-            }))
-            kept_.push_back({entry.type, entry.id, name, {}});
-    }
-    if (kept_.size() + objects_.size() > TSObjDisk::kMaxEntries)
-        error(options_.outputDirectory, "would hold more than 1,092 objects");
+    std::vector<TSObjDisk> listed;
+    for (const Object& object : objects_)
+        listed.push_back(controlEntry(object.type, object.id, object.name));
+    const std::string path = options_.outputDirectory + "/control.nls";
+    if (options_.only.empty() || !fs::exists(path))
+        return listed;
+    const auto control = readContainer(path, diagnostics_);
+    if (!control)
+        return listed;
+    const auto replaced = [built = listed](const TSObjDisk& old) {
+        return std::any_of(built.begin(), built.end(), [&old](const TSObjDisk& entry) {
+            return entry.type == old.type && (entry.id == old.id || nameOf(entry) == nameOf(old));
+        });
+    };
+    for (const TSObjDisk& entry : controlEntries(*control))
+        if (!replaced(entry))
+            listed.push_back(entry);
+    if (listed.size() > TSObjDisk::kMaxEntries)
+        error(path, "would list more than 1,092 objects");
+    return listed;
 }
 
 void Builder::write()
 {
+    const std::vector<TSObjDisk> listed = entries();
+    if (hasErrors(diagnostics_))
+        return;
     std::error_code failed;
     const fs::path directory = options_.outputDirectory;
     fs::create_directories(directory, failed);
@@ -203,8 +210,7 @@ void Builder::write()
                   containerFile(object.sections, version_), diagnostics_);
     writeFile(directory / "alias.txt", Bytes(aliases_.begin(), aliases_.end()), diagnostics_);
     // Last, so that a directory with a control file has the objects that it lists.
-    kept_.insert(kept_.end(), objects_.begin(), objects_.end());
-    writeFile(directory / "control.nls", controlFile(kept_, version_), diagnostics_);
+    writeFile(directory / "control.nls", controlFile(listed, version_), diagnostics_);
 }
 
 bool Builder::build()
@@ -220,8 +226,9 @@ bool Builder::build()
     readAliases();
     characters_ = CharacterData::load(pathOf("unicode"), CharacterData::kWithYounger, diagnostics_);
     library_ = CharacterData::load(pathOf("unicode"), CharacterData::kLibrary, diagnostics_);
-    if (std::any_of(sources_.begin(), sources_.end(),
-                    [](const Source& source) { return source.head.type == TS_OBJ_SORT; }))
+    if (std::any_of(sources_.begin(), sources_.end(), [this](const Source& source) {
+            return source.head.type == TS_OBJ_SORT && wanted(source);
+        }))
         root_ = RootTable::load(pathOf("sorts/root.keys"), diagnostics_);
     for (const Source& source : sources_) {
         if (!wanted(source))
@@ -230,7 +237,6 @@ bool Builder::build()
             objects_.push_back(std::move(*object));
     }
     dropRepeated(diagnostics_);
-    readKept();
     if (hasErrors(diagnostics_))
         return false;
     write();

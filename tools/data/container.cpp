@@ -80,20 +80,22 @@ Bytes containerFile(const std::vector<Bytes>& sections, std::uint32_t dataVersio
     return file;
 }
 
-Bytes controlFile(const std::vector<Object>& objects, std::uint32_t dataVersion)
+TSObjDisk controlEntry(std::uint8_t type, std::uint16_t id, const std::string& name)
 {
-    std::vector<const Object*> ordered;
-    for (const Object& object : objects)
-        ordered.push_back(&object);
-    std::sort(ordered.begin(), ordered.end(), [](const Object* one, const Object* other) {
-        return std::pair(one->type, one->id) < std::pair(other->type, other->id);
+    TSObjDisk entry{};
+    entry.id = id;
+    entry.type = type;
+    name.copy(entry.name, kMaxNameLength);
+    return entry;
+}
+
+Bytes controlFile(std::vector<TSObjDisk> entries, std::uint32_t dataVersion)
+{
+    std::sort(entries.begin(), entries.end(), [](const TSObjDisk& one, const TSObjDisk& other) {
+        return std::pair<int, int>(one.type, one.id) < std::pair<int, int>(other.type, other.id);
     });
     Bytes table;
-    for (const Object* object : ordered) {
-        TSObjDisk entry{};
-        entry.id = object->id;
-        entry.type = object->type;
-        object->name.copy(entry.name, kMaxNameLength);
+    for (const TSObjDisk& entry : entries) {
         const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&entry);
         table.insert(table.end(), bytes, bytes + sizeof entry);
     }

@@ -48,8 +48,10 @@ std::uint64_t fingerprintOf(const std::vector<Bytes>& sections);
 // The file of these sections. They must be 1 to 4, none above kMaxSectionSize.
 Bytes containerFile(const std::vector<Bytes>& sections, std::uint32_t dataVersion);
 
+TSObjDisk controlEntry(std::uint8_t type, std::uint16_t id, const std::string& name);
+
 // The object table, in the order in which the library searches it. At most kMaxEntries objects.
-Bytes controlFile(const std::vector<Object>& objects, std::uint32_t dataVersion);
+Bytes controlFile(std::vector<TSObjDisk> entries, std::uint32_t dataVersion);
 
 struct Container {
     TSObjHeader header;

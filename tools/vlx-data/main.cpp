@@ -71,7 +71,7 @@ int run(int argc, char** argv)
     build->add_option("SOURCE_DIR", options.sourceDirectory, "the sources")->required();
     build->add_option("-o,--output", options.outputDirectory, "the locale directory")->required();
     build->add_option("--only", options.only,
-                      "compile these objects alone; others that DIR has stay");
+                      "compile these objects alone, and add them to what the directory has");
     CLI::App* const list = app.add_subcommand("list", "Objects, section sizes, fingerprints");
     list->add_option("DIR", target, "a locale directory")->required();
     CLI::App* const dump = app.add_subcommand("dump", "Print a control or object file as text");

@@ -1,10 +1,8 @@
-// The examples of docs/own-data.md, run as they stand: sources are written where the page says,
-// commands go through a shell, and what they print is what the page shows.
-#include <array>
-#include <cstdio>
+// docs/own-data.md does what it says: its files are written, its commands run, and what they print
+// is what stands below them.
 #include <filesystem>
+#include <fstream>
 #include <sstream>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -15,84 +13,84 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A block of the page, with the last `data/...` that is named before it.
+// A fenced block, without the indentation of its fence.
 struct Block {
-    std::string kind; // "sh", "text", "toml"
-    std::string file;
+    std::string kind;
     std::string text;
 };
 
-// The blocks below a heading of the second level.
-std::vector<Block> blocksOf(const std::string& heading)
+std::vector<Block> blocksOf(const std::string& path)
 {
-    std::istringstream page(contentOf(VLX_DOCS "/own-data.md"));
     std::vector<Block> blocks;
-    bool inSection = false;
-    bool inBlock = false;
-    std::string file;
-    for (std::string line; std::getline(page, line);) {
-        if (!inBlock && line.starts_with("## "))
-            inSection = line == "## " + heading;
-        if (!inSection)
-            continue;
-        if (line.starts_with("```")) {
-            inBlock = !inBlock;
-            if (inBlock)
-                blocks.push_back({line.substr(3), file, ""});
-        } else if (inBlock) {
-            blocks.back().text += line + "\n";
-        } else if (const std::size_t at = line.rfind("`data/"); at != std::string::npos) {
-            file = line.substr(at + 1, line.find('`', at + 1) - at - 1);
+    std::ifstream in(path);
+    bool inside = false;
+    std::size_t indent = 0;
+    for (std::string line; std::getline(in, line);) {
+        const std::size_t fence = line.find("```");
+        if (fence != std::string::npos && line.find_first_not_of(' ') == fence) {
+            if (!inside)
+                blocks.push_back({line.substr(fence + 3), {}});
+            inside = !inside;
+            indent = fence;
+        } else if (inside) {
+            blocks.back().text += line.substr(std::min(indent, line.size())) + "\n";
         }
     }
-    EXPECT_FALSE(inBlock);
     return blocks;
 }
 
-// What the commands print, on either stream. They stop at the first that fails.
-std::string printed(const Workshop& workshop, const std::string& commands)
+// Both streams of the commands, run in the folder as one script.
+std::string outputOf(const std::string& script, const fs::path& folder)
 {
-    const std::string bin = fs::path(VLX_COMMAND).parent_path().string();
-    const std::string script = workshop.file("script", "set -e\n" + commands);
-    const std::string command = "cd '" + workshop.path("") +
-                                "' && env -u TS_LANG LC_ALL=C.UTF-8 PATH='" + bin +
-                                "':\"$PATH\" sh script 2>&1";
+    const auto folderOf = [](const char* program) { return fs::path(program).parent_path(); };
+    std::ofstream(folder / "script") << "cd " << folder << " && PATH=" << folderOf(VLX_COMMAND)
+                                     << ":" << folderOf(VLX_DATA_COMMAND) << ":$PATH\n"
+                                     << script;
+    const std::string command = "LC_ALL=C.UTF-8 sh " + (folder / "script").string() + " 2>&1";
     FILE* const pipe = popen(command.c_str(), "r");
     std::string output;
-    std::array<char, 4096> piece;
-    while (const std::size_t count = std::fread(piece.data(), 1, piece.size(), pipe))
-        output.append(piece.data(), count);
-    EXPECT_EQ(pclose(pipe), 0) << commands << output;
+    char buffer[4096];
+    while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, pipe))
+        output.append(buffer, count);
+    EXPECT_EQ(pclose(pipe), 0) << script;
     return output;
 }
 
-void runSection(const std::string& heading)
+// "# data/codepages/NAME.cp: what it is" is the first line of a file, its path first.
+fs::path pathIn(const std::string& text)
 {
-    const Workshop workshop;
-    fs::copy(VLX_DATA_DIRECTORY, workshop.path("data"), fs::copy_options::recursive);
-    fs::copy(VLX_LOCALE, workshop.path("locale"), fs::copy_options::recursive);
-    const std::vector<Block> blocks = blocksOf(heading);
-    EXPECT_GE(blocks.size(), 4U) << heading;
-    std::string output;
-    for (const Block& block : blocks) {
-        SCOPED_TRACE(block.text);
-        if (block.kind == "sh") {
-            EXPECT_EQ(output, "") << "the page does not show what the commands print";
-            output = printed(workshop, block.text);
-        } else if (block.kind == "text") {
-            EXPECT_EQ(output, block.text);
-            output.clear();
-        } else {
-            ASSERT_NE(block.file, "");
-            workshop.file(block.file, block.text);
-        }
-    }
-    EXPECT_EQ(output, "");
+    if (!text.starts_with("# data/"))
+        return {};
+    return text.substr(2, text.find_first_of(":\n") - 2);
 }
 
-TEST(OwnData, TerritoryOfThePageIsMadeAndUsed)
+void writeSource(const fs::path& path, const std::string& text)
 {
-    runSection("A territory of one's own");
+    EXPECT_FALSE(fs::exists(path)) << path << " ships";
+    std::ofstream(path) << text;
+}
+
+TEST(OwnData, IsMadeAsTheDocumentSays)
+{
+    const Workshop workshop;
+    const fs::path folder = workshop.path("");
+    fs::copy(VLX_DATA_DIRECTORY, folder / "data", fs::copy_options::recursive);
+    fs::copy(VLX_LOCALE, folder / "locale");
+    const std::vector<Block> blocks = blocksOf(VLX_DOCS "/own-data.md");
+    int scripts = 0;
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        const auto& [kind, text] = blocks[i];
+        if (kind == "alias") {
+            std::ofstream(folder / "data/alias.txt", std::ios::app) << text;
+        } else if (const fs::path path = pathIn(text); !path.empty()) {
+            writeSource(folder / path, text);
+        } else if (kind == "sh") {
+            const bool printed = i + 1 < blocks.size() && blocks[i + 1].kind == "text";
+            EXPECT_EQ(outputOf(text, folder), printed ? blocks[i + 1].text : "") << text;
+            ++scripts;
+        }
+    }
+    EXPECT_GE(scripts, 3);
 }
 
 } // namespace
