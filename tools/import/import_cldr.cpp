@@ -144,7 +144,7 @@ std::string englishName(CldrStore& store, const std::string& kind, const std::st
 // The name that is shown for an object: one that every code page can write.
 std::string displayName(LocaleReader& reader, const char* wanted, const std::string& english)
 {
-    const std::string name = wanted == nullptr ? english : wanted;
+    std::string name = wanted == nullptr ? english : wanted;
     if (name.empty() ||
         std::any_of(name.begin(), name.end(), [](char c) { return c < ' ' || c > '~'; }))
         reader.fail("display name: \"" + name + "\" is not plain ASCII");
