@@ -21,6 +21,7 @@ CLDR = Path("/usr/share/unicode/cldr/common/main")
 GENERATORS = [
     ("examples", [ROOT / "examples" / "make-examples"], [], "examples"),
     ("code pages", [IMPORTER, "codepages", "-o"], [IMPORTER], "data/codepages"),
+    ("younger characters", [IMPORTER, "characters", "-o"], [IMPORTER], "data/unicode"),
     ("languages and territories", [IMPORTER, "cldr", "-o"], [IMPORTER, CLDR], "data"),
     ("sorts", [IMPORTER, "sorts", "-o"], [IMPORTER, CLDR], "data"),
 ]
