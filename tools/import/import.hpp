@@ -11,11 +11,12 @@ struct Options {
 };
 
 // Writes one source for each code page of the importer's table, from the converters of ICU or
-// glibc, and prints how each compares with the other library's. False if a file could not be made; the reason is on stderr.
+// glibc, and prints how each compares with the other library's. False if a file could not be made;
+// the reason is on stderr.
 bool importCodePages(const Options& options);
 
-// Writes the properties and case mappings of the characters that Unicode got after version 2.0, from
-// ICU, into data/unicode.
+// Writes the properties and case mappings of the characters that Unicode got after version 2.0,
+// from ICU, into data/unicode.
 bool importCharacters(const Options& options);
 
 struct CldrOptions {
