@@ -22,6 +22,7 @@ GLIBC = Path("/usr/share/i18n/locales/ve_ZA")
 GENERATORS = [
     ("examples", [ROOT / "examples" / "make-examples"], [], "examples"),
     ("code pages", [IMPORTER, "codepages", "-o"], [IMPORTER], "data/codepages"),
+    ("younger characters", [IMPORTER, "characters", "-o"], [IMPORTER], "data/unicode"),
     ("languages and territories", [IMPORTER, "cldr", "-o"], [IMPORTER, CLDR, GLIBC], "data"),
     ("sorts", [IMPORTER, "sorts", "-o"], [IMPORTER, CLDR], "data"),
 ]

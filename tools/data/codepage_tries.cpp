@@ -171,20 +171,35 @@ class TypeTrieBuilder {
         }
     }
 
-    // Rows have gaps, where no character is assigned, and other rows may lie there. The fullest row
-    // comes first, as it has the least choice.
+    // Where a row lies among the records, and how many of its cells are not there anew.
+    struct Place {
+        std::size_t at;
+        std::size_t saved;
+    };
+    using NodesOfRow = std::pair<const Row, std::vector<std::size_t>>;
+
+    // Rows have gaps, where no character is assigned, and other rows may lie there; they also share
+    // what their ends have in common. Next comes the row that saves most, or else the fullest.
     void placeRows()
     {
-        std::vector<const std::pair<const Row, std::vector<std::size_t>>*> rows;
+        std::vector<const NodesOfRow*> rows;
         for (const auto& row : rows_)
             rows.push_back(&row);
         std::stable_sort(rows.begin(), rows.end(), [](const auto* one, const auto* other) {
             return fullness(one->first) > fullness(other->first);
         });
-        for (const auto* const row : rows) {
-            const auto base = static_cast<std::uint16_t>(place(row->first));
-            for (const std::size_t node : row->second)
-                trie_.nodes[node].base = base;
+        while (!rows.empty()) {
+            auto best = rows.begin();
+            Place place = placeOf((*best)->first);
+            for (auto row = rows.begin() + 1; row != rows.end(); ++row)
+                if (const Place other = placeOf((*row)->first); other.saved > place.saved) {
+                    best = row;
+                    place = other;
+                }
+            lay((*best)->first, place.at);
+            for (const std::size_t node : (*best)->second)
+                trie_.nodes[node].base = static_cast<std::uint16_t>(place.at);
+            rows.erase(best);
         }
     }
 
@@ -194,8 +209,8 @@ class TypeTrieBuilder {
             row.begin(), row.end(), [](const Slot& slot) { return slot.has_value(); }));
     }
 
-    // Lays a row where it makes the records longer by least, and gives its index.
-    std::size_t place(const Row& row)
+    // Where it makes the records longer by least.
+    Place placeOf(const Row& row) const
     {
         const auto agree = [](const Slot& slot, const Slot& wanted) {
             return !slot || !wanted || *slot == *wanted;
@@ -207,11 +222,16 @@ class TypeTrieBuilder {
             if (std::equal(from, from + static_cast<std::ptrdiff_t>(shared), row.begin(), agree))
                 break;
         }
+        const std::size_t growth = std::max(pool_.size(), at + row.size()) - pool_.size();
+        return {at, row.size() - growth};
+    }
+
+    void lay(const Row& row, std::size_t at)
+    {
         pool_.resize(std::max(pool_.size(), at + row.size()));
         for (std::size_t i = 0; i < row.size(); ++i)
             if (row[i])
                 pool_[at + i] = row[i];
-        return at;
     }
 
     std::map<Row, std::vector<std::size_t>> rows_; // with the nodes that take them
