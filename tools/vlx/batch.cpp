@@ -58,7 +58,8 @@ bool Batch::isLater(const Entry& one, const Entry& other)
 
 void Batch::sort()
 {
-    std::sort(entries_, behindEntries(), isLater);
+    std::sort(entries_, behindEntries(),
+              [](const Entry& one, const Entry& other) { return isLater(one, other); });
 }
 
 void Batch::clear()

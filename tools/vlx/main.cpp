@@ -87,7 +87,7 @@ CLI::App* addShow(CLI::App& app, Options& options)
     command->add_flag("--object", options.show.object,
                       "The territory's values, without what the host's settings change");
     command->add_flag("--json", options.show.json, "Write a JSON document");
-    command->callback([&options, name, user] {
+    command->callback([name, user] {
         if (name->count() + user->count() == 0)
             throw CLI::RequiredError("show: LOCALE or --user");
     });

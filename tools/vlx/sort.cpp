@@ -41,7 +41,8 @@ std::string temporaryDirectory(const SortOptions& options)
 {
     if (!options.directory.empty())
         return options.directory;
-    return environment("TMPDIR").value_or("/tmp");
+    const std::string chosen = environment("TMPDIR").value_or("");
+    return chosen.empty() ? "/tmp" : chosen;
 }
 
 } // namespace

@@ -21,7 +21,7 @@ struct SortOptions {
     std::vector<std::string> keys;          // as -k has them
     std::string separator;                  // none if empty
     std::string memory = "256M";
-    std::string directory;         // of temporary files; else TMPDIR
+    std::string directory; // of temporary files; else TMPDIR
     bool ignoresCase = false;
     bool ignoresWidth = false;
     bool skipsBlanks = false;

@@ -15,9 +15,16 @@ namespace vlx::cli {
 
 namespace {
 
-// Makes a file and takes its name away, with signals held back in between.
+// Makes a file without a name. Where the system has none, one is made and its name taken away, with
+// signals held back in between.
 int openNameless(const std::string& directory)
 {
+#ifdef O_TMPFILE
+    constexpr mode_t mode = 0600;
+    if (const int nameless = open(directory.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, mode);
+        nameless >= 0)
+        return nameless;
+#endif
     std::string path = directory + "/vlx-sort.XXXXXX";
     sigset_t all;
     sigset_t before;
