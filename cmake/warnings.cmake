@@ -15,6 +15,9 @@ endif()
 
 function(vlx_own target)
     target_link_libraries(${target} PRIVATE vlx_warnings vlx_sanitize)
+    if(VLX_SANITIZE) # programs in C, too, link its run time whole
+        set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX)
+    endif()
 endfunction()
 
 # How tests are compiled, and the tools where they do not ship: optimized little, which GCC 12 takes
