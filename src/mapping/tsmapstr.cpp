@@ -55,8 +55,8 @@ int32_t mapSinglePairs(const TSLocale& locale, const Mapping& mapping, bool leap
         return page.toUnicode[static_cast<uint8_t>(byte)];
     };
     do {
-        const int32_t run = vlx::beforePair(
-            starts, plain, text.at, std::min(text.left(), output.room()), unicodeOf);
+        const int32_t run = vlx::beforePair(starts, plain, text.at,
+                                            std::min(text.left(), output.room()), unicodeOf);
         output.putRun(table, text.at, run);
         text.at += run;
         if (run > 0)
