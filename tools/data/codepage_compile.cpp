@@ -48,9 +48,9 @@ void fillByRule(CodePageSource& page)
 
 class Compiler {
   public:
-    Compiler(const CodePageSource& source, std::string file, const CharacterData& characters,
+    Compiler(CodePageSource source, std::string file, const CharacterData& characters,
              Diagnostics& diagnostics)
-        : page_(source), characters_(characters), report_(std::move(file), diagnostics)
+        : page_(std::move(source)), characters_(characters), report_(std::move(file), diagnostics)
     {
     }
     std::optional<Object> compile();

@@ -91,7 +91,7 @@ class TypeTrieBuilder {
   public:
     TypeTrie build(const std::map<Packed, TypeRecord>& cells)
     {
-        pool_.push_back(TypeRecord{});
+        pool_.emplace_back();
         trie_.nodes.resize(1 + kFanOut, leaf(0));
         trie_.nodes[0] = {.isLeaf = 0, .mask = 0xFF, .base = std::uint16_t{1}};
         for (const auto& [lead, below] : byLead(cells, 0))

@@ -166,7 +166,7 @@ SourceText Source::lines(const std::string& key)
     // A line end right behind the quotation marks is none of the text.
     const int line = Tree::lineOf(*node.node());
     const std::string& first = tree_->linesOfFile[static_cast<std::size_t>(line) - 1];
-    const bool isBelow = first.ends_with("\"\"\"") || first.ends_with("'''");
+    const bool isBelow = first.ends_with(R"(""")") || first.ends_with("'''");
     return {**node.as_string(), isBelow ? line + 1 : line};
 }
 

@@ -155,7 +155,7 @@ class RuleReader {
             return {};
         const char kind = text_[at_];
         if (kind != 'u')
-            return std::string(1, text_[at_++]);
+            return {text_[at_++]};
         const auto value = parseHex(text_.substr(at_ + 1, 4), 0xFFFF);
         if (!value || text_.size() - at_ < 5 || *value == 0 ||
             (*value >= 0xD800 && *value <= 0xDFFF)) {

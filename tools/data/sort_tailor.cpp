@@ -35,11 +35,12 @@ TailoredOrder::TailoredOrder(const RootTable& root, const PageSet& pages)
         for (const RootElement& element : elements)
             target.push_back(weights_.elementOf(element));
         longest_ = std::max(longest_, characters.size());
-        const int first = characters[0];
+        const int character = characters[0];
         if (characters.size() == 1 && target.size() == 1 &&
-            (isBetween(first, kLeads, kLeadCount) || isBetween(first, kVowels, kVowelCount) ||
-             isBetween(first, kTrails + 1, kTrailCount - 1)))
-            jamo_[target[0].primary] = first;
+            (isBetween(character, kLeads, kLeadCount) ||
+             isBetween(character, kVowels, kVowelCount) ||
+             isBetween(character, kTrails + 1, kTrailCount - 1)))
+            jamo_[target[0].primary] = character;
     }
 }
 

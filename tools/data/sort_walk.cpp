@@ -215,7 +215,7 @@ std::string SortWalk::key(std::u16string_view text) const
         if (step.elements > 1)
             levels.push(step.second, static_cast<unsigned>(at), step.directions);
     }
-    const auto trimmed = [](std::string run, std::uint8_t byDefault) {
+    const auto trimmed = [](const std::string& run, std::uint8_t byDefault) {
         return run.substr(0, run.find_last_not_of(static_cast<char>(byDefault)) + 1);
     };
     const std::string separator(1, '\0');

@@ -33,7 +33,7 @@ class SortWalk {
     Step stepAt(std::u16string_view text, std::size_t at) const;
 
     // -1, 0 or 1.
-    int compare(std::u16string_view one, std::u16string_view other) const;
+    int compare(std::u16string_view text1, std::u16string_view text2) const;
     std::string key(std::u16string_view text) const;
 
   private:
