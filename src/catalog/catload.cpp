@@ -168,7 +168,8 @@ class CatalogLoader {
         return true;
     }
 
-    std::uint32_t convertAll(const LoadedSet& set, ReadyText* list, char* texts, std::uint64_t room)
+    std::uint32_t convertAll(const LoadedSet& set, ReadyText* list, char* texts,
+                             std::uint64_t room) const
     {
         std::uint32_t size = 0;
         std::uint64_t budget = set.textSize;

@@ -92,14 +92,14 @@ class CatalogReader {
   private:
     static constexpr std::uint32_t kEntries = 64;
 
-    bool unreadable()
+    bool unreadable() const
     {
         catalog_.locale->lastError = TS_ERR_NO_CATALOG;
         return false;
     }
 
     // Gives the bytes read; what is not in the file is not.
-    std::uint32_t readSome(std::uint64_t offset, void* buffer, std::uint32_t size)
+    std::uint32_t readSome(std::uint64_t offset, void* buffer, std::uint32_t size) const
     {
         std::int32_t code = TS_ERR_NONE;
         if (offset > INT32_MAX ||

@@ -43,11 +43,11 @@ class PlainSet {
   public:
     static PlainSet ofBytes(unsigned traits)
     {
-        return PlainSet((traits & kAsciiBytes) != 0, (traits & kLatinBytes) != 0);
+        return {(traits & kAsciiBytes) != 0, (traits & kLatinBytes) != 0};
     }
     static PlainSet ofUnits(unsigned traits)
     {
-        return PlainSet((traits & kAsciiUnits) != 0, (traits & kLatinUnits) != 0);
+        return {(traits & kAsciiUnits) != 0, (traits & kLatinUnits) != 0};
     }
 
     bool isEmpty() const { return least_ == kNone; }

@@ -52,7 +52,7 @@ int32_t TSStrxfrm(TSLocale* handle, char* buffer, int32_t size, const char* stri
     const vlx::Scratch memory(4 * static_cast<uint64_t>(length));
     if (!memory)
         TS_FAIL(locale->lastError, TS_ERR_MEMORY, -1, "Out of memory");
-    TSChar16* const values = memory.as<TSChar16>();
+    auto* const values = memory.as<TSChar16>();
     const int32_t count = foldBytes(*locale, string, length, asked.fold(), values);
     const int32_t result = isBinary ? layOut(*locale, buffer, size, values, count)
                                     : TSSortBuildKey(*locale, buffer, size, values, count);

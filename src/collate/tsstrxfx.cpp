@@ -49,7 +49,7 @@ int32_t TSStrxfrmEx(TSLocale* handle, char* buffer, int32_t size, const char* st
     const vlx::Scratch memory(4 * static_cast<uint64_t>(length));
     if (!memory)
         TS_FAIL(locale->lastError, TS_ERR_MEMORY, -1, "Out of memory");
-    TSChar16* const values = memory.as<TSChar16>();
+    auto* const values = memory.as<TSChar16>();
     const vlx::ShiftFold form{{locale->codePage}};
     const int32_t count =
         foldText(*locale, form, vlx::textOf<vlx::ShiftForm>(form, string, length, state),
