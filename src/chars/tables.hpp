@@ -33,6 +33,7 @@ class UnicodeTrie {
             index = node.base + (*at & node.mask);
             isLeaf = node.isLeaf;
         }
+        // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): the object has this section
         return values_[index];
     }
 

@@ -25,7 +25,7 @@ int32_t TSWcsxfrm(TSLocale* handle, char* buffer, int32_t size, const TSChar32* 
         const vlx::Scratch memory(4 * static_cast<uint64_t>(length));
         if (!memory)
             TS_FAIL(locale->lastError, TS_ERR_MEMORY, -1, "Out of memory");
-        TSChar16* const values = memory.as<TSChar16>();
+        auto* const values = memory.as<TSChar16>();
         const vlx::PackedFold form(locale->codePage, (locale->flags & vlx::kLocaleSingleByte) != 0);
         const int32_t count =
             foldText(*locale, form, vlx::textOf<vlx::PackedForm>(form, string, length),

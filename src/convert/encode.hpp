@@ -35,6 +35,7 @@ inline std::int32_t encodeSingle(const TSObject* object, unsigned traits, const 
             char block[kBlock];
             TSChar32 all = 0;
             for (std::int32_t i = 0; i < size; ++i) {
+                // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): so many values are given
                 const TSChar32 character = pages.packed(values[done + i]);
                 all |= character;
                 block[i] = static_cast<char>(character);

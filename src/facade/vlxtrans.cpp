@@ -25,25 +25,24 @@ struct Side {
     bool found() const { return kind == Kind::kRaw || object; }
 };
 
-// Finds the code page of a side; the code of a failure goes to `error`.
-Side sideOf(const char* name, std::uint32_t codePage, std::uint32_t& error,
-            vlx::TraceGuard& tsTrace)
+// Finds the code page of a side; the code of a failure goes to `code`.
+Side sideOf(const char* name, std::uint32_t codePage, std::uint32_t& code, vlx::TraceGuard& tsTrace)
 {
     const auto id = static_cast<std::uint16_t>(codePage);
     Side side;
     if (id == kRawUnicode)
         return side;
     side.kind = Kind::kSingle;
-    std::int32_t code = TS_ERR_NO_OBJECTS;
+    std::int32_t found = TS_ERR_NO_OBJECTS;
     if (vlx::objectManager()) {
-        side.object = TSGetObjFromID(vlx::objectManager(), TS_OBJ_CODEPAGE, id, 0, &code);
+        side.object = TSGetObjFromID(vlx::objectManager(), TS_OBJ_CODEPAGE, id, 0, &found);
         if (side.object && side.object->type != TS_OBJ_CODEPAGE) {
             side.object = nullptr;
-            code = TS_ERR_NOT_FOUND;
+            found = TS_ERR_NOT_FOUND;
         }
     }
     if (!side.object) {
-        error = static_cast<std::uint32_t>(code == TS_ERR_FILE_NOT_FOUND ? TS_ERR_CODEPAGE : code);
+        code = static_cast<std::uint32_t>(found == TS_ERR_FILE_NOT_FOUND ? TS_ERR_CODEPAGE : found);
         TS_PRINT(TRC1_ERRORS, "Unable to locate codepage %d", id);
     } else if (side.page().maxCharBytes == 1) {
         TS_PRINT(TRC1_DETAIL, "%s codepage %d is single byte", name, id);

@@ -12,9 +12,9 @@ namespace {
 
 Failure damaged(std::int32_t id)
 {
-    return Failure(fmt::format("the sort object {} of the locale directory cannot be read; check "
-                               "the directory with vlx-data lint",
-                               id));
+    return {fmt::format("the sort object {} of the locale directory cannot be read; check "
+                        "the directory with vlx-data lint",
+                        id)};
 }
 
 Bytes contentOf(const Library& library, std::int32_t id)

@@ -87,7 +87,7 @@ Units Explanation::folded(const Units& units, const std::string& key) const
     constexpr std::uint32_t mappings[] = {TS_MAP_COPY, TS_MAP_UPPER, TS_MAP_UPPER | TS_MAP_SIMPLE,
                                           TS_MAP_HALF_WIDTH};
     for (const std::uint32_t mapping : mappings) {
-        const Units image = mapped(locale_, units, mapping);
+        Units image = mapped(locale_, units, mapping);
         if (object_->keyOf(image) == key)
             return image;
     }

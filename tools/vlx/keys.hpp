@@ -32,16 +32,16 @@ class KeyBuilder {
     // The first part that differs decides.
     KeyBuilder(TSLocale* locale, std::vector<KeyPart> parts, std::optional<std::string> separator);
 
-    // The key, good until the next call. Fails if the line is too long for one.
-    std::string_view keyOf(std::string_view line);
+    // The key of a whole line, good until the next call. Fails if the line is too long for one.
+    std::string_view keyOf(std::string_view whole);
 
     // The keys of the parts as the library makes them; a number as its eight bytes.
-    std::vector<MadeKey> partsOf(std::string_view line);
+    std::vector<MadeKey> partsOf(std::string_view whole);
 
   private:
     std::string_view settled(std::string_view line);
     std::string_view partKey(const KeyPart& part, std::string_view line);
-    std::string_view textKey(const Slice& text, std::uint32_t options);
+    std::string_view textKey(const Slice& piece, std::uint32_t options);
     std::string_view numberKey(const Slice& text);
     Slice withState(const Slice& text);
 

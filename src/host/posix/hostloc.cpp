@@ -155,14 +155,15 @@ bool readBytes(locale_t locale, Setting setting, char* text, std::uint32_t size)
     if (setting == Setting::kTime)
         return picture(T_FMT);
     const std::lock_guard guard(conventionsLock);
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): under our lock
     return readConvention(*std::localeconv(), setting, text, size);
 }
 
 // Older code pages have no narrow no-break space; the ordinary one says the same.
-wchar_t usualSpace(wchar_t character)
+std::uint32_t usualSpace(std::uint32_t character)
 {
-    constexpr wchar_t kNarrowNoBreakSpace = 0x202F;
-    constexpr wchar_t kNoBreakSpace = 0x00A0;
+    constexpr std::uint32_t kNarrowNoBreakSpace = 0x202F;
+    constexpr std::uint32_t kNoBreakSpace = 0x00A0;
     return character == kNarrowNoBreakSpace ? kNoBreakSpace : character;
 }
 
@@ -175,12 +176,13 @@ bool widen(const char* bytes, TSChar16* text, std::uint32_t size)
     while (bytes != end) {
         wchar_t character = 0;
         const std::size_t length =
+            // NOLINTNEXTLINE(concurrency-mt-unsafe): with a state of its own
             std::mbrtowc(&character, bytes, static_cast<std::size_t>(end - bytes), &state);
         if (length == 0 || length > static_cast<std::size_t>(end - bytes))
             return false; // the two error values are above it, too
         if (character > 0xFFFF || done + 1 >= size)
             return false;
-        text[done++] = static_cast<TSChar16>(usualSpace(character));
+        text[done++] = static_cast<TSChar16>(usualSpace(static_cast<std::uint32_t>(character)));
         bytes += length;
     }
     text[done] = 0;
