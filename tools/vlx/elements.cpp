@@ -10,11 +10,11 @@ namespace vlx::cli {
 
 namespace {
 
-Failure damaged(std::int32_t id)
+std::string damaged(std::int32_t id)
 {
-    return {fmt::format("the sort object {} of the locale directory cannot be read; check "
-                        "the directory with vlx-data lint",
-                        id)};
+    return fmt::format("the sort object {} of the locale directory cannot be read; check the "
+                       "directory with vlx-data lint",
+                       id);
 }
 
 Bytes contentOf(const Library& library, std::int32_t id)
@@ -23,7 +23,7 @@ Bytes contentOf(const Library& library, std::int32_t id)
                           ? library.directory()->object(TS_OBJ_SORT, static_cast<std::uint16_t>(id))
                           : std::nullopt;
     if (!file)
-        throw damaged(id);
+        throw Failure(damaged(id));
     return file->sections[0];
 }
 
@@ -31,7 +31,7 @@ data::SortView viewOf(const data::Bytes& content, std::int32_t id)
 {
     const auto view = data::SortView::open(content);
     if (!view)
-        throw damaged(id);
+        throw Failure(damaged(id));
     return *view;
 }
 
