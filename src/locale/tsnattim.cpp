@@ -51,7 +51,7 @@ void TSNativeTimeFormat(const TSChar16* picture, TSChar16* target)
         } else if (const PictureRow* const row = rowOf(*picture)) {
             const int length = runLength(picture, *row);
             for (const char* at = row->runs[length - 1]; *at; ++at)
-                *target++ = static_cast<TSChar16>(*at);
+                *target++ = static_cast<std::uint8_t>(*at);
             picture += length;
         } else {
             *target++ = *picture++;

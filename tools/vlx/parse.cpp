@@ -86,13 +86,14 @@ int parseTime(const ParseOptions& options, Output& output)
     const std::int32_t taken = TSStringToTimeU(
         locale.get(), &time, text.data(), static_cast<std::int32_t>(text.size()), pattern.data(),
         static_cast<std::int32_t>(pattern.size()), options.ofObject ? TS_OPT_OBJECT_VALUE : 0);
-    if (const std::int32_t code = TSGetError(locale.get()); code == TS_ERR_DIRECTIVE)
+    const std::int32_t code = TSGetError(locale.get());
+    if (code == TS_ERR_DIRECTIVE)
         throw Failure(fmt::format("the pattern \"{}\" has a directive that cannot be read; `vlx "
                                   "parse time --help` lists those that can",
                                   options.pattern));
-    else if (code != TS_ERR_NONE)
+    if (code != TS_ERR_NONE)
         throw Failure(
-            fmt::format("\"{}\" does not match the pattern \"{}\"", options.text, options.pattern));
+            fmt::format(R"("{}" does not match the pattern "{}")", options.text, options.pattern));
     Json document = Json::object();
     for (const Field& field : kFields)
         if (time.*field.field != kUnread)
