@@ -29,12 +29,12 @@ int openNameless(const std::string& directory)
     sigset_t all;
     sigset_t before;
     sigfillset(&all);
-    sigprocmask(SIG_SETMASK, &all, &before);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
     const int file = mkostemp(path.data(), O_CLOEXEC);
     const int reason = errno;
     if (file >= 0)
         unlink(path.c_str());
-    sigprocmask(SIG_SETMASK, &before, nullptr);
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
     errno = reason;
     return file;
 }
