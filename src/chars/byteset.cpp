@@ -5,6 +5,8 @@
 #include "chars/runs.hpp"
 
 #if defined(VLX_SSE2)
+#include <atomic>
+#include <cpuid.h>
 #include <tmmintrin.h>
 #endif
 
@@ -65,9 +67,22 @@ namespace {
     return at;
 }
 
+// Asked for at the first set. Asking takes long, where a hypervisor has to answer, and compilers
+// ask for everything that they know when a library is loaded.
 bool canShuffle()
 {
-    return __builtin_cpu_supports("ssse3") != 0;
+    enum : std::uint8_t { kUnknown, kNo, kYes };
+    static constinit std::atomic<std::uint8_t> known{kUnknown};
+    std::uint8_t answer = known.load(std::memory_order_relaxed);
+    if (answer == kUnknown) [[unlikely]] {
+        unsigned a = 0;
+        unsigned b = 0;
+        unsigned c = 0;
+        unsigned d = 0;
+        answer = __get_cpuid(1, &a, &b, &c, &d) != 0 && (c & bit_SSSE3) != 0 ? kYes : kNo;
+        known.store(answer, std::memory_order_relaxed);
+    }
+    return answer == kYes;
 }
 
 } // namespace

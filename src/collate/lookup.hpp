@@ -45,13 +45,18 @@ extern const TSSortData kCodeOrder; // each value is its own level 1 weight
 extern const TSSortTraits kCodeOrderTraits;
 #pragma GCC visibility pop
 
+// Finds the traits of a sort. While another thread does that, nothing is known of it.
+const TSSortTraits& findSortTraits(TSObject& object);
+
 // The sort of a locale. An object of another type, or one without data, orders by code.
 inline Sort sortOf(const TSLocale& locale)
 {
-    const TSObject* const object = locale.sort;
+    TSObject* const object = locale.sort;
     if (!object || object->type != TS_OBJ_SORT || !object->sections[0]) [[unlikely]]
         return {kCodeOrder, kCodeOrderTraits};
-    return {*reinterpret_cast<const TSSortData*>(object->sections[0]), object->sortTraits};
+    const TSSortTraits& traits =
+        object->hasSortTraits() ? object->sortTraits : findSortTraits(*object);
+    return {*reinterpret_cast<const TSSortData*>(object->sections[0]), traits};
 }
 
 // The record of a list that is searched from the front, or where that gives the same by halving;

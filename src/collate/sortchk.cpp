@@ -1,7 +1,8 @@
-// The check of a sort object at load, what it finds out, and the copy of one that does not pass.
+// The check of a sort object at load, the copy of one that does not pass, and what the data of a
+// sort have in common.
 #include <algorithm>
 
-#include "collate/sort.hpp"
+#include "collate/lookup.hpp"
 #include "frame/sections.hpp"
 
 namespace vlx {
@@ -131,9 +132,21 @@ bool padSort(const Section& section, Section& copy)
     return copy.data != nullptr;
 }
 
-TSSortTraits sortTraitsOf(const Section& section)
+TSSortTraits sortTraitsOf(const std::uint8_t* section)
 {
-    return section.data ? TraitFinder(dataOf(section)).run() : TSSortTraits{};
+    return TraitFinder(*reinterpret_cast<const TSSortData*>(section)).run();
+}
+
+const TSSortTraits& findSortTraits(TSObject& object)
+{
+    static constexpr TSSortTraits kNothingKnown{};
+    std::uint8_t state = TSObject::kTraitsWanted;
+    if (!__atomic_compare_exchange_n(&object.sortTraitsState, &state, TSObject::kTraitsSought,
+                                     false, __ATOMIC_ACQUIRE, __ATOMIC_ACQUIRE))
+        return object.hasSortTraits() ? object.sortTraits : kNothingKnown;
+    object.sortTraits = sortTraitsOf(object.sections[0]);
+    __atomic_store_n(&object.sortTraitsState, TSObject::kTraitsThere, __ATOMIC_RELEASE);
+    return object.sortTraits;
 }
 
 } // namespace vlx

@@ -10,7 +10,7 @@
 struct TSAliasNode;
 struct TSFile;
 
-// What the load of a sort has found out about it. Zero says nothing of a sort and costs time alone.
+// What is known of a sort. Zero says nothing of a sort and costs time alone.
 struct TSSortTraits {
     std::uint8_t forwardLevels;  // of four bits, level 1 the highest: no weight there is backward
     std::uint8_t backwardLevels; // no weight there is forward
@@ -30,12 +30,19 @@ struct TSObject {
     // Section 1 is published last: whoever sees it sees the others too. Code that holds an object
     // from a lookup reads them plainly; only the lookups and the load use the two functions.
     const std::uint8_t* sections[TSObjHeader::kMaxSections];
-    TSSortTraits sortTraits; // of a sort alone
+    // Of a sort alone: found by the first comparison, since that reads all of the data.
+    TSSortTraits sortTraits;
+    std::uint8_t sortTraitsState; // one of the next three
+    static constexpr std::uint8_t kTraitsThere = 0, kTraitsWanted = 1, kTraitsSought = 2;
 
     const std::uint8_t* section1() const { return __atomic_load_n(&sections[0], __ATOMIC_ACQUIRE); }
     void publishSection1(const std::uint8_t* section)
     {
         __atomic_store_n(&sections[0], section, __ATOMIC_RELEASE);
+    }
+    bool hasSortTraits() const
+    {
+        return __atomic_load_n(&sortTraitsState, __ATOMIC_ACQUIRE) == kTraitsThere;
     }
 };
 

@@ -43,6 +43,6 @@ bool padCodePage(std::uint16_t id, const LoadedSections& sections, LoadedSection
 bool padSort(const Section& section, Section& copy);
 
 // What is true of a sort that is sound.
-TSSortTraits sortTraitsOf(const Section& section);
+TSSortTraits sortTraitsOf(const std::uint8_t* section);
 
 } // namespace vlx

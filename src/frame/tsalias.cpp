@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstring>
 
@@ -46,6 +47,8 @@ class AliasReader {
     AliasReader(TSObjManager& manager, vlx::TraceGuard& trace)
         : tsTrace(trace), tail_(&manager.aliases)
     {
+        for (int byte = 0; byte <= UCHAR_MAX; ++byte)
+            upper_[byte] = static_cast<char>(std::toupper(byte));
     }
 
     // False stops the reading.
@@ -59,6 +62,7 @@ class AliasReader {
     TSAliasNode** tail_;
     char codePage_[TSAliasNode::kMaxName + 1] = "";
     bool inEntry_ = false;
+    char upper_[UCHAR_MAX + 1]; // by the process's locale
 };
 
 bool AliasReader::line(const char* line)
@@ -119,8 +123,7 @@ bool AliasReader::addAlias(Token alias)
     node->next = nullptr;
     std::memcpy(node->codePageName, codePage_, sizeof codePage_);
     for (std::size_t i = 0; i < alias.length; ++i)
-        node->aliasName[i] =
-            static_cast<char>(std::toupper(static_cast<unsigned char>(alias.text[i])));
+        node->aliasName[i] = upper_[static_cast<unsigned char>(alias.text[i])];
     node->aliasName[alias.length] = 0;
     TS_PRINT(TRC1_DETAIL, "Saved alias %s, length = %d", node->aliasName, alias.shown());
     *tail_ = node;

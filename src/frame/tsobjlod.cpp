@@ -165,7 +165,7 @@ void publish(TSObject& object, const LoadedSections& sections)
     for (int i = 1; i < kSections; ++i)
         object.sections[i] = sections[i].data;
     if (object.type == TS_OBJ_SORT)
-        object.sortTraits = vlx::sortTraitsOf(sections[0]);
+        object.sortTraitsState = TSObject::kTraitsWanted;
     object.publishSection1(sections[0].data);
 }
 

@@ -20,8 +20,10 @@ class FixedText {
     static constexpr int kMostWhole = 310; // the digits of the largest double, and a sign
 
   private:
-    void writeSmall(double value);
-    void writeAny(double value);
+    void writeSmall(char* at, double magnitude);
+    void writeLarge(char* at, std::uint64_t number, int shift);
+    void writeFraction(char* at, std::uint32_t fraction);
+    void writeName(char* at, const char* name);
 
     char text_[kMostWhole + 1 + kDigits];
     std::int32_t whole_;

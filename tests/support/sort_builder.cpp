@@ -191,9 +191,7 @@ TSObject& SortBuilder::build(bool withTraits)
     object_.type = TS_OBJ_SORT;
     object_.sections[0] = content_.data();
     object_.sortTraits = {};
-    if (withTraits)
-        object_.sortTraits =
-            sortTraitsOf({content_.data(), static_cast<std::uint32_t>(content_.size()), false});
+    object_.sortTraitsState = withTraits ? TSObject::kTraitsWanted : TSObject::kTraitsThere;
     return object_;
 }
 

@@ -1,14 +1,15 @@
 // Read-only views of files on a POSIX host.
 //
-// The end of a view needs its length, and the library keeps only its address: so all views of the
-// process are registered here. That also keeps a wrong address from taking away memory that is not
-// ours.
+// A mapping holds the whole file, as it was when the mapping was made, and its views are parts of
+// that: a second view costs no call of the system. The end of a view needs its mapping, and the
+// library keeps only its address: so all views of the process are registered here. That also keeps
+// a wrong address from taking away memory that is not ours.
 #include "host/host.hpp"
 
+#include <cstddef>
 #include <cstdlib>
 #include <mutex>
 
-#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -19,9 +20,16 @@ namespace vlx::host {
 
 namespace {
 
+// The memory of a mapping, until the mapping and all of its views have ended.
+struct Region {
+    std::byte* memory;
+    std::uint64_t size;
+    std::uint32_t users; // the mapping and its views
+};
+
 struct View {
-    void* address;
-    std::size_t length;
+    const void* address;
+    Region* region;
     View* next;
 };
 
@@ -42,6 +50,7 @@ void enter(View* view)
     View*& bucket = bucketOf(view->address);
     view->next = bucket;
     bucket = view;
+    ++view->region->users;
 }
 
 // Takes a view out of the registry; null if there is none.
@@ -56,11 +65,17 @@ View* take(const void* address)
     return nullptr;
 }
 
-// A mapping is a descriptor of its own, so that it outlives the file as on other hosts. It is one
-// higher than its descriptor, since 0 is no mapping.
-int descriptorOf(Mapping mapping)
+// Ends a user of a region, and the region with the last one. What could be unmapped when it was
+// mapped can be now: the call gets the addresses that the system gave.
+void leave(Region* region)
 {
-    return static_cast<int>(mapping - 1);
+    {
+        const std::lock_guard guard(viewLock);
+        if (--region->users != 0)
+            return;
+    }
+    munmap(region->memory, region->size);
+    std::free(region);
 }
 
 std::uint64_t sizeOf(int descriptor)
@@ -74,15 +89,28 @@ std::uint64_t sizeOf(int descriptor)
 Mapping createMapping(File file)
 {
     const int descriptor = static_cast<int>(file);
-    const int mode = fcntl(descriptor, F_GETFL);
-    if (mode < 0 || (mode & O_ACCMODE) == O_WRONLY || sizeOf(descriptor) == 0)
+    const std::uint64_t size = sizeOf(descriptor);
+    if (size == 0)
         return 0;
-    return Mapping{fcntl(descriptor, F_DUPFD_CLOEXEC, 0)} + 1;
+    auto* const region = static_cast<Region*>(std::malloc(sizeof(Region)));
+    if (!region)
+        return 0;
+    // Refused where the file is open for writing alone.
+    void* const memory = mmap(nullptr, size, PROT_READ, MAP_SHARED, descriptor, 0);
+    if (memory == MAP_FAILED) {
+        std::free(region);
+        return 0;
+    }
+    *region = {static_cast<std::byte*>(memory), size, 1};
+    return reinterpret_cast<Mapping>(region);
 }
 
 bool closeMapping(Mapping mapping)
 {
-    return mapping != 0 && ::close(descriptorOf(mapping)) == 0;
+    if (mapping == 0)
+        return false;
+    leave(reinterpret_cast<Region*>(mapping));
+    return true;
 }
 
 std::uint32_t granularity()
@@ -92,35 +120,24 @@ std::uint32_t granularity()
 
 const void* mapView(Mapping mapping, std::uint32_t offset, std::uint32_t length)
 {
-    // The system maps what lies behind the end of a file too, and ends the process at its first
-    // read.
-    const int descriptor = descriptorOf(mapping);
-    if (length == 0 || std::uint64_t{offset} + length > sizeOf(descriptor))
+    Region* const region = reinterpret_cast<Region*>(mapping);
+    if (length == 0 || offset % granularity() != 0 || std::uint64_t{offset} + length > region->size)
         return nullptr;
     View* const view = static_cast<View*>(std::malloc(sizeof(View)));
     if (!view)
         return nullptr;
-    void* const address = mmap(nullptr, length, PROT_READ, MAP_SHARED, descriptor, offset);
-    if (address == MAP_FAILED) {
-        std::free(view);
-        return nullptr;
-    }
-    view->address = address;
-    view->length = length;
+    *view = {region->memory + offset, region, nullptr};
     enter(view);
-    return address;
+    return view->address;
 }
 
-bool unmapView(const void* view)
+bool unmapView(const void* address)
 {
-    View* const record = take(view);
-    if (!record)
+    View* const view = take(address);
+    if (!view)
         return false;
-    if (munmap(record->address, record->length) != 0) {
-        enter(record);
-        return false;
-    }
-    std::free(record);
+    leave(view->region);
+    std::free(view);
     return true;
 }
 
