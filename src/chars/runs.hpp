@@ -73,6 +73,27 @@ std::uint64_t wordAt(const Unit* at)
     return word;
 }
 
+// The units, of `bits` each, that come before the first one with a bit in a word from memory; all
+// of the word's if there is none.
+inline int unitsBefore(std::uint64_t word, int bits)
+{
+    const int clear = std::endian::native == std::endian::little ? std::countr_zero(word)
+                                                                 : std::countl_zero(word);
+    return clear / bits;
+}
+
+// The ASCII characters at the start of a word's units, for what is shorter than a block.
+inline constexpr int kWordBytes = 8;
+inline constexpr int kWordUnits = 4;
+inline int asciiAtStart(const char* bytes)
+{
+    return unitsBefore(wordAt(bytes) & 0x8080808080808080, 8);
+}
+inline int asciiAtStart(const TSChar16* units)
+{
+    return unitsBefore(wordAt(units) & 0xFF80FF80FF80FF80, 16);
+}
+
 #if defined(VLX_SSE2)
 
 inline constexpr bool kBlocksKnowLatin = true;
@@ -120,6 +141,19 @@ inline void widenBlock(const char* block, TSChar16* output)
 inline void narrowBlock(const TSChar16* block, char* output)
 {
     storeBlock(output, _mm_packus_epi16(loadBlock(block), loadBlock(block + kBlock / 2)));
+}
+
+// Both for the units of a word.
+inline void narrowWord(const TSChar16* units, char* output)
+{
+    const __m128i word = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(units));
+    const int bytes = _mm_cvtsi128_si32(_mm_packus_epi16(word, word));
+    std::memcpy(output, &bytes, kWordUnits);
+}
+inline void widenWord(const char* bytes, TSChar16* output)
+{
+    const __m128i word = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(bytes));
+    storeBlock(output, _mm_unpacklo_epi8(word, _mm_setzero_si128()));
 }
 
 // The units of a block before its first zero.
@@ -251,27 +285,18 @@ inline std::ptrdiff_t findWord(const void* words, std::ptrdiff_t count, std::uin
     return index;
 }
 
-// The units, of `bits` each, that come before the first one with a bit in a word from memory.
-inline int unitsBefore(std::uint64_t word, int bits)
-{
-    const int clear = std::endian::native == std::endian::little ? std::countr_zero(word)
-                                                                 : std::countl_zero(word);
-    return clear / bits;
-}
-
 inline int plainAtStart(const char* block, PlainSet)
 {
-    for (int at = 0; at < kBlock; at += 8)
-        if (const std::uint64_t others = wordAt(block + at) & 0x8080808080808080)
-            return at + unitsBefore(others, 8);
-    return kBlock;
+    const int first = asciiAtStart(block);
+    return first < kWordBytes ? first : first + asciiAtStart(block + kWordBytes);
 }
 inline int plainAtStart(const TSChar16* block, PlainSet)
 {
-    for (int at = 0; at < kBlock; at += 4)
-        if (const std::uint64_t others = wordAt(block + at) & 0xFF80FF80FF80FF80)
-            return at + unitsBefore(others, 16);
-    return kBlock;
+    int at = 0;
+    int run = kWordUnits;
+    for (; at < kBlock && run == kWordUnits; at += run)
+        run = asciiAtStart(block + at);
+    return at;
 }
 
 inline void widenBlock(const char* block, TSChar16* output)
@@ -284,6 +309,18 @@ inline void narrowBlock(const TSChar16* block, char* output)
 {
     for (int i = 0; i < kBlock; ++i)
         output[i] = static_cast<char>(block[i]);
+}
+
+inline void widenWord(const char* bytes, TSChar16* output)
+{
+    for (int i = 0; i < kWordBytes; ++i)
+        output[i] = static_cast<std::uint8_t>(bytes[i]);
+}
+
+inline void narrowWord(const TSChar16* units, char* output)
+{
+    for (int i = 0; i < kWordUnits; ++i)
+        output[i] = static_cast<char>(units[i]);
 }
 
 inline int unitsBeforeZero(const TSChar16* block)

@@ -70,7 +70,7 @@ std::int32_t decodeChars(const TSCodePageHeader& page, PlainSet plain, const cha
     const auto readSingle = [&page](const char* byte, auto) -> TSChar16 {
         return page.toUnicode[static_cast<std::uint8_t>(*byte)];
     };
-    while (to != full && end - from >= kBlock) {
+    while (to != full && end - from >= 2 * kBlock) {
         if (plain.has(*from) && full - to >= kBlock) {
             readPlain();
             continue;
@@ -90,8 +90,21 @@ std::int32_t decodeChars(const TSCodePageHeader& page, PlainSet plain, const cha
             break;
         }
     }
-    // The last ones one by one, up to a character that the end cuts off.
+    // The last ones, and short texts, up to a character that the end cuts off: runs by words, the
+    // others one by one.
     while (to != full && from != end) {
+        if (!plain.isEmpty() && end - from >= kWordBytes && full - to >= kWordBytes) {
+            const int run = asciiAtStart(from);
+            if (run == kWordBytes)
+                widenWord(from, to);
+            else
+                for (int i = 0; i < run; ++i)
+                    to[i] = static_cast<std::uint8_t>(from[i]);
+            from += run;
+            to += run;
+            if (run == kWordBytes)
+                continue;
+        }
         const std::int32_t length = page.charLength[static_cast<std::uint8_t>(*from)];
         if (length > end - from)
             break;

@@ -28,22 +28,32 @@ inline std::int32_t encodeSingle(const TSObject* object, unsigned traits, const 
     char* const output = at;
     std::int32_t done = 0;
     while (done < count) {
-        const std::int32_t size = std::min(count - done, kBlock);
-        if (size == kBlock && !plain.isEmpty() && plainAtStart(values + done, plain) == kBlock) {
-            narrowBlock(values + done, output + done);
-        } else {
-            char block[kBlock];
-            TSChar32 all = 0;
-            for (std::int32_t i = 0; i < size; ++i) {
-                // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): so many values are given
-                const TSChar32 character = pages.packed(values[done + i]);
-                all |= character;
-                block[i] = static_cast<char>(character);
-            }
-            if (all > 0xFF) // no page of single bytes after all
-                break;
-            std::copy_n(block, size, output + done);
+        const TSChar16* const from = values + done;
+        const std::int32_t left = count - done;
+        if (left >= kBlock && !plain.isEmpty() && plainAtStart(from, plain) == kBlock) {
+            narrowBlock(from, output + done);
+            done += kBlock;
+            continue;
         }
+        if (left < kBlock && left >= kWordUnits && !plain.isEmpty() &&
+            asciiAtStart(from) == kWordUnits) {
+            narrowWord(from, output + done);
+            done += kWordUnits;
+            continue;
+        }
+        const std::int32_t size =
+            left >= kBlock ? kBlock : std::min<std::int32_t>(left, kWordUnits);
+        char block[kBlock];
+        TSChar32 all = 0;
+        for (std::int32_t i = 0; i < size; ++i) {
+            // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): so many values are given
+            const TSChar32 character = pages.packed(from[i]);
+            all |= character;
+            block[i] = static_cast<char>(character);
+        }
+        if (all > 0xFF) // no page of single bytes after all
+            break;
+        std::copy_n(block, size, output + done);
         done += size;
     }
     at += done;
@@ -61,8 +71,7 @@ std::int32_t encodeChars(PlainSet plain, const TSChar16* values, std::int32_t co
     const TSChar16* const behind = values + count;
     char* to = at;
     while (behind - from > 1 && end - to >= kRoom) {
-        const bool hasBlock = behind - from >= kBlock;
-        if (hasBlock && plain.has(*from)) {
+        if (behind - from >= kBlock && plain.has(*from)) {
             const int run = plainAtStart(from, plain);
             if (run == kBlock || end - to >= kBlock + kRoom)
                 narrowBlock(from, to);
@@ -72,14 +81,28 @@ std::int32_t encodeChars(PlainSet plain, const TSChar16* values, std::int32_t co
             to += run;
             continue;
         }
+        if (behind - from >= kWordUnits && plain.has(*from)) {
+            const int run = asciiAtStart(from);
+            if (run == kWordUnits)
+                narrowWord(from, to);
+            else
+                for (int i = 0; i < run; ++i)
+                    to[i] = static_cast<char>(from[i]);
+            from += run;
+            to += run;
+            if (run != 0)
+                continue;
+        }
         std::ptrdiff_t most = std::min(behind - from, (end - to) / kMostBytes) - 1;
         do
             to += put(*from++, to);
-        while (--most > 0 && !(hasBlock && plain.has(*from)));
+        while (--most > 0 && !(behind - from >= kWordUnits && plain.has(*from)));
     }
     if (behind - from == 1 && end - to >= kMostBytes) {
         char bytes[kMostBytes];
-        to = std::copy_n(bytes, put(*from++, bytes), to);
+        const std::int32_t length = put(*from++, bytes);
+        for (std::int32_t i = 0; i < length; ++i)
+            *to++ = bytes[i];
     }
     at = to;
     return static_cast<std::int32_t>(from - values);
