@@ -5,6 +5,7 @@
 #include <array>
 #include <cstring>
 #include <random>
+#include <string_view>
 
 #include <unicode/ucnv.h>
 #include <unicode/ucol.h>
@@ -228,7 +229,7 @@ void sortWords(benchmark::State& state, const Words& words, const Compare& compa
 template <class Key>
 void makeKeys(benchmark::State& state, const Words& words, const Key& key)
 {
-    char buffer[4096];
+    char buffer[512]; // with room to work, which is cleared behind the key
     std::size_t turn = 0;
     std::int64_t bytes = 0;
     for (auto _ : state) {
@@ -243,17 +244,24 @@ void makeKeys(benchmark::State& state, const Words& words, const Key& key)
 template <class Key>
 void sortByKeys(benchmark::State& state, const Words& words, const Key& key)
 {
-    std::vector<std::string> keys;
-    char buffer[4096];
-    for (const Piece& word : words)
-        keys.emplace_back(buffer, static_cast<std::size_t>(key(word, buffer, int32_t{4096})));
-    std::vector<const std::string*> order(keys.size());
+    // All keys in one area, as whoever sorts many of them keeps them.
+    std::string area;
+    std::vector<std::size_t> ends;
+    char buffer[512];
+    for (const Piece& word : words) {
+        area.append(buffer, static_cast<std::size_t>(key(word, buffer, int32_t{sizeof buffer})));
+        ends.push_back(area.size());
+    }
+    std::vector<std::string_view> keys;
+    std::size_t begin = 0;
+    for (const std::size_t end : ends) {
+        keys.push_back(std::string_view(area).substr(begin, end - begin));
+        begin = end;
+    }
+    std::vector<std::string_view> order;
     for (auto _ : state) {
-        std::transform(keys.begin(), keys.end(), order.begin(),
-                       [](const std::string& made) { return &made; });
-        std::sort(
-            order.begin(), order.end(),
-            [](const std::string* first, const std::string* second) { return *first < *second; });
+        order = keys;
+        std::sort(order.begin(), order.end());
         benchmark::DoNotOptimize(order.data());
     }
 }

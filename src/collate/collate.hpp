@@ -12,12 +12,12 @@ namespace vlx {
 template <class Form>
 [[gnu::noinline]] std::optional<std::int32_t>
 compareFurther(const Form& form, const Sort& sort, const Text<Form>& text1, const Text<Form>& text2,
-               WorkArea& area)
+               const SameStart<Form>& same, WorkArea& area)
 {
     CollationCursor<Form> cursor1{text1};
     CollationCursor<Form> cursor2{text2};
     if (QuickComparison<Form>::isFor(sort)) {
-        QuickComparison<Form> quick(form, sort, text1, text2);
+        QuickComparison<Form> quick(form, sort, text1, text2, same);
         const std::optional<std::int32_t> result = quick.run();
         if (result)
             return result;
@@ -41,10 +41,15 @@ std::optional<std::int32_t> compareElements(const TSLocale& locale, const Form& 
     if (!area.canWait() && !area.take())
         return {};
     const Sort sort = sortOf(locale);
-    const std::int32_t difference = firstLetters(form, sort, text1, text2);
+    // What both begin with has no difference on level 1, and that decides.
+    const SameStart<Form> same = QuickComparison<Form>::isFor(sort)
+                                     ? sameStart(form, sort, text1, text2)
+                                     : SameStart<Form>{};
+    const std::int32_t difference =
+        firstLetters(form, sort, textBehind(text1, same.skipped), textBehind(text2, same.skipped));
     if (difference != 0)
         return difference;
-    return compareFurther(form, sort, text1, text2, area);
+    return compareFurther(form, sort, text1, text2, same, area);
 }
 
 // Whether a string has a first unit, and surely not more units than there can be memory for.

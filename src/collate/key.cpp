@@ -73,14 +73,15 @@ class KeyArea {
 };
 
 // The position of an element is the index of its last value, from 1, so that a value without
-// weights leaves a gap.
-void fillStreams(const Sort& sort, const TSChar16* values, std::int32_t count,
-                 TSSortStreams& streams)
+// weights leaves a gap. `push` adds an element.
+template <class Push>
+void walkElements(const Sort& sort, const TSChar16* values, std::int32_t count, const Push& push)
 {
+    const bool looksAhead = sort.hasContractions();
     vlx::SortElements found;
     for (std::int32_t i = 0; i < count; ++i) {
         std::int32_t elements = 0;
-        if (sort.hasContractions() && i < count - 1 &&
+        if (looksAhead && i < count - 1 &&
             TSSortLookupPair(sort, values[i], values[i + 1], found)) {
             elements = 1;
             ++i;
@@ -89,11 +90,28 @@ void fillStreams(const Sort& sort, const TSChar16* values, std::int32_t count,
         }
         const auto position = static_cast<std::uint16_t>(i + 1);
         if (elements >= 1)
-            TSSortPush(streams, found.first, position, found.directions);
+            push(found.first, position, found.directions);
         if (elements == 2)
-            TSSortPush(streams, found.second, position, found.directions);
+            push(found.second, position, found.directions);
     }
-    streams.close();
+}
+
+void fillStreams(const Sort& sort, const TSChar16* values, std::int32_t count,
+                 TSSortStreams& streams)
+{
+    if (sort.traits.forwardLevels == vlx::kAllForward) {
+        walkElements(sort, values, count,
+                     [&streams](const TSSortElement& element, std::uint16_t position,
+                                std::uint8_t) { TSSortPushForward(streams, element, position); });
+        streams.skipRuns();
+    } else {
+        walkElements(sort, values, count,
+                     [&streams](const TSSortElement& element, std::uint16_t position,
+                                std::uint8_t directions) {
+                         TSSortPush(streams, element, position, directions);
+                     });
+        streams.close();
+    }
 }
 
 } // namespace

@@ -1,9 +1,12 @@
 // What the members of sort keys share.
 #pragma once
 
+#include <optional>
+
 #include "collate/fold.hpp"
-#include "frame/globals.hpp"
+#include "frame/scratch.hpp"
 #include "frame/trace.hpp"
+#include "host/host.hpp"
 
 // Writes the key of Unicode values and returns its length, which can be more than the buffer has:
 // then nothing is written. -1 without memory.
@@ -31,6 +34,29 @@ struct KeyOptions {
     }
 
     const std::uint32_t rest;
+};
+
+// Room for the values of a string, two of each unit. A short string takes no memory of the
+// allocator, where nobody can tell: slots of the caller's own see each call.
+class KeyValues {
+  public:
+    explicit KeyValues(std::int32_t units)
+    {
+        if (units <= kOnStack && tsSlots.allocate == host::allocate)
+            values_ = stack_;
+        else
+            values_ = block_.emplace(2 * sizeof(TSChar16) * static_cast<std::uint64_t>(units))
+                          .as<TSChar16>();
+    }
+
+    TSChar16* get() const { return values_; } // null without memory
+
+  private:
+    static constexpr std::int32_t kOnStack = 128;
+
+    TSChar16 stack_[2 * kOnStack];
+    std::optional<Scratch> block_;
+    TSChar16* values_;
 };
 
 // The key of an empty string: three zero bytes, as far as there is room.

@@ -94,6 +94,30 @@ inline std::int32_t withoutOpenPair(const ShiftForm&, const Sort&, const Text<Sh
     return 0;
 }
 
+// The beginning that two texts have in common.
+template <class Form>
+struct SameStart {
+    std::int32_t measured = 0; // its units
+    std::int32_t skipped = 0;  // those in front of an element
+};
+
+// Elements of the same characters are the same, whatever they are, as long as no contraction
+// reaches over the end of the run.
+template <class Form>
+SameStart<Form> sameStart(const Form& form, const Sort& sort, const Text<Form>& text1,
+                          const Text<Form>& text2)
+{
+    const std::int32_t units = sameCharacters(form, text1, text2);
+    return {units, sort.hasContractions() ? withoutOpenPair(form, sort, text1, units) : units};
+}
+
+template <class Form>
+Text<Form> textBehind(Text<Form> text, std::int32_t units)
+{
+    text.at += units;
+    return text;
+}
+
 // One of the two texts.
 template <class Form>
 class QuickSide {
@@ -192,9 +216,12 @@ std::int32_t firstLetters(const Form& form, const Sort& sort, Text<Form> text1, 
 {
     TSChar16 value1;
     TSChar16 value2;
-    if (!readUnicode(form, text1, value1) || !readUnicode(form, text2, value2))
+    if (!readUnicode(form, text1, value1) || !readUnicode(form, text2, value2) || value1 == value2)
         return 0;
-    if (sort.hasContractions() && (sort.mayBeginPair(value1) || sort.mayBeginPair(value2)))
+    // With contractions a character can also be lost where it is read ahead.
+    constexpr TSChar16 kNothing = CollationCursor<Form>::kNothing;
+    if (sort.hasContractions() && (sort.mayBeginPair(value1) || sort.mayBeginPair(value2) ||
+                                   value1 == kNothing || value2 == kNothing))
         return 0;
     const TSSortPage& page1 = sort.page(value1);
     const TSSortPage& page2 = sort.page(value2);
@@ -223,10 +250,12 @@ class QuickComparison {
                (!sort.hasContractions() || (traits.isWithout4 && !std::is_same_v<Form, ShiftForm>));
     }
 
+    // `same` is what the texts begin with.
     QuickComparison(const Form& form, const Sort& sort, const Text<Form>& text1,
-                    const Text<Form>& text2)
-        : form_(form), sort_(sort), side1_(form, sort, text1), side2_(form, sort, text2),
-          start1_(text1), start2_(text2), measured_(text1.at)
+                    const Text<Form>& text2, const SameStart<Form>& same)
+        : form_(form), sort_(sort), side1_(form, sort, textBehind(text1, same.skipped)),
+          side2_(form, sort, textBehind(text2, same.skipped)), start1_(text1), start2_(text2),
+          measured_(text1.at + same.measured)
     {
     }
 
@@ -294,23 +323,20 @@ class QuickComparison {
         return (weight1 == 0) == (weight2 == 0);
     }
 
-    // Moves over characters that are the same in both texts. Their elements are the same, whatever
-    // they are, as long as no contraction reaches over the end of the run. What cannot be skipped
-    // of a run is read, and not measured again. Behind an expansion the positions of the texts can
-    // part, and then special characters differ by them.
+    // Moves over characters that are the same in both texts. What cannot be skipped of such a run
+    // is read, and not measured again. Behind an expansion the positions of the texts can part, and
+    // then special characters differ by them.
     void skipSame()
     {
         if (side1_.text.at < measured_ ||
             (!sort_.traits.isWithout4 && (side1_.hasExpanded || side2_.hasExpanded)))
             return;
-        std::int32_t units = sameCharacters(form_, side1_.text, side2_.text);
-        if (units == 0)
+        const SameStart<Form> same = sameStart(form_, sort_, side1_.text, side2_.text);
+        if (same.measured == 0)
             return;
-        measured_ = side1_.text.at + units;
-        if (sort_.hasContractions())
-            units = withoutOpenPair(form_, sort_, side1_.text, units);
-        side1_.text.at += units;
-        side2_.text.at += units;
+        measured_ = side1_.text.at + same.measured;
+        side1_.text.at += same.skipped;
+        side2_.text.at += same.skipped;
     }
 
     // What is backward on a level comes behind what follows it, positions count from the beginning,

@@ -29,6 +29,9 @@ class SortStream {
         if (isForward)
             run_ = end_;
     }
+    // Takes it where all items are forward: then no run is kept, until skipRun().
+    void pushForward(bool isThere) { end_ += isThere ? Width : 0; }
+    void skipRun() { run_ = end_; }
     void close()
     {
         for (std::uint8_t *low = run_, *high = end_ - Width; low < high;
@@ -83,6 +86,13 @@ class TSSortStreams {
     {
     }
 
+    void skipRuns()
+    {
+        level1.skipRun();
+        level2.skipRun();
+        level3.skipRun();
+        level4.skipRun();
+    }
     void close()
     {
         level1.close();
@@ -96,6 +106,24 @@ class TSSortStreams {
     vlx::SortStream<1> level3;
     vlx::SortStream<4> level4; // position and weight
 };
+
+// Adds the weights of an element that are not 0, of a sort without a backward weight. What is not
+// added was put down, and is overwritten.
+inline void TSSortPushForward(TSSortStreams& streams, const TSSortElement& element,
+                              std::uint16_t position)
+{
+    vlx::putBig16(streams.level1.place(), element.weight1);
+    streams.level1.pushForward(element.weight1 != 0);
+    *streams.level2.place() = element.weight2;
+    streams.level2.pushForward(element.weight2 != 0);
+    *streams.level3.place() = element.weight3;
+    streams.level3.pushForward(element.weight3 != 0);
+    if (element.weight4 != 0) [[unlikely]] {
+        vlx::putBig16(streams.level4.place(), position);
+        vlx::putBig16(streams.level4.place() + 2, element.weight4);
+        streams.level4.pushForward(true);
+    }
+}
 
 // Adds the weights of an element that are not 0.
 inline void TSSortPush(TSSortStreams& streams, const TSSortElement& element, std::uint16_t position,

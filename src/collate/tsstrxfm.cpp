@@ -1,6 +1,5 @@
 // TSStrxfrm: the sort key of a string.
 #include "collate/key.hpp"
-#include "frame/scratch.hpp"
 
 TS_TRACE_UNIT("tsstrxfm");
 
@@ -49,10 +48,10 @@ int32_t TSStrxfrm(TSLocale* handle, char* buffer, int32_t size, const char* stri
     const bool isBinary = (locale->flags & vlx::kLocaleBinarySort) != 0;
     if (isBinary && asked.fold() == vlx::Fold::kNone)
         TS_RETURN(vlx::textKey(buffer, size, string, length));
-    const vlx::Scratch memory(4 * static_cast<uint64_t>(length));
-    if (!memory)
+    const vlx::KeyValues memory(length);
+    if (!memory.get())
         TS_FAIL(locale->lastError, TS_ERR_MEMORY, -1, "Out of memory");
-    auto* const values = memory.as<TSChar16>();
+    TSChar16* const values = memory.get();
     const int32_t count = foldBytes(*locale, string, length, asked.fold(), values);
     const int32_t result = isBinary ? layOut(*locale, buffer, size, values, count)
                                     : TSSortBuildKey(*locale, buffer, size, values, count);

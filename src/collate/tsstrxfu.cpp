@@ -1,6 +1,5 @@
 // TSStrxfrmU: the sort key of a 16-bit string.
 #include "collate/key.hpp"
-#include "frame/scratch.hpp"
 
 TS_TRACE_UNIT("tsstrxfu");
 
@@ -35,14 +34,14 @@ int32_t TSStrxfrmU(TSLocale* handle, char* buffer, int32_t size, const TSChar16*
     } else {
         // Deliberate: without a fold the string itself is used, and the memory is asked for all the
         // same.
-        const vlx::Scratch memory(4 * static_cast<uint64_t>(length));
-        if (!memory)
+        const vlx::KeyValues memory(length);
+        if (!memory.get())
             TS_FAIL(locale->lastError, TS_ERR_MEMORY, -1, "Out of memory");
         if (asked.fold() != vlx::Fold::kNone) {
             const vlx::UnicodeFold form{{locale->codePage}};
-            values = memory.as<TSChar16>();
+            values = memory.get();
             count = foldText(*locale, form, vlx::textOf<vlx::UnicodeForm>(form, string, length),
-                             asked.fold(), memory.as<TSChar16>(), false);
+                             asked.fold(), memory.get(), false);
         }
         result = isBinary ? layOut(buffer, size, values, count)
                           : TSSortBuildKey(*locale, buffer, size, values, count);

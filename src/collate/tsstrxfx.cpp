@@ -1,6 +1,5 @@
 // TSStrxfrmEx: the sort key of a stateful string.
 #include "collate/key.hpp"
-#include "frame/scratch.hpp"
 
 TS_TRACE_UNIT("tsstrxfx");
 
@@ -46,10 +45,10 @@ int32_t TSStrxfrmEx(TSLocale* handle, char* buffer, int32_t size, const char* st
     const bool isBinary = (locale->flags & vlx::kLocaleBinarySort) != 0;
     if (isBinary && asked.fold() == vlx::Fold::kNone)
         TS_RETURN(vlx::textKey(buffer, size, string, length));
-    const vlx::Scratch memory(4 * static_cast<uint64_t>(length));
-    if (!memory)
+    const vlx::KeyValues memory(length);
+    if (!memory.get())
         TS_FAIL(locale->lastError, TS_ERR_MEMORY, -1, "Out of memory");
-    auto* const values = memory.as<TSChar16>();
+    TSChar16* const values = memory.get();
     const vlx::ShiftFold form{{locale->codePage}};
     const int32_t count =
         foldText(*locale, form, vlx::textOf<vlx::ShiftForm>(form, string, length, state),

@@ -1,6 +1,5 @@
 // TSWcsxfrm: the sort key of a string of packed values.
 #include "collate/key.hpp"
-#include "frame/scratch.hpp"
 
 TS_TRACE_UNIT("tswcsxfm");
 
@@ -22,10 +21,10 @@ int32_t TSWcsxfrm(TSLocale* handle, char* buffer, int32_t size, const TSChar32* 
         result =
             vlx::numbersKey(buffer, size, length, 4, [string](int32_t i) { return string[i]; });
     } else {
-        const vlx::Scratch memory(4 * static_cast<uint64_t>(length));
-        if (!memory)
+        const vlx::KeyValues memory(length);
+        if (!memory.get())
             TS_FAIL(locale->lastError, TS_ERR_MEMORY, -1, "Out of memory");
-        auto* const values = memory.as<TSChar16>();
+        TSChar16* const values = memory.get();
         const vlx::PackedFold form(locale->codePage, (locale->flags & vlx::kLocaleSingleByte) != 0);
         const int32_t count =
             foldText(*locale, form, vlx::textOf<vlx::PackedForm>(form, string, length),

@@ -111,12 +111,15 @@ std::int32_t encodeChars(PlainSet plain, const TSChar16* values, std::int32_t co
 // These write a value, with at most one byte behind it that has no meaning, and give its length.
 inline std::int32_t putPacked(TSChar32 value, char* output)
 {
+    if (value <= 0xFF) {
+        *output = static_cast<char>(value);
+        return 1;
+    }
     if (value > 0xFFFF) [[unlikely]]
         return TSCpPutWide(output, value);
-    const bool isDouble = value > 0xFF;
-    output[0] = static_cast<char>(isDouble ? value >> 8 : value);
+    output[0] = static_cast<char>(value >> 8);
     output[1] = static_cast<char>(value);
-    return 1 + isDouble;
+    return 2;
 }
 
 inline std::int32_t putUtf8(TSChar16 value, char* output)
