@@ -3,6 +3,7 @@
 
 #include "convert/small_pages.hpp"
 #include "support/allocator.hpp"
+#include "support/recording_services.hpp"
 
 namespace vlx::test {
 namespace {
@@ -323,7 +324,12 @@ TEST_F(ConvertBuffer, AHandleThatCannotBeReleasedIsErrorTwentyOne)
 {
     open(onDouble_, onUtf8_);
     Allocator::failFree(1);
+    Trace::clear();
+    Trace::setMask(0x80);
     EXPECT_EQ(TSCloseConversion(handle_), TS_ERR_FREE);
+    EXPECT_EQ(Trace::count("TSCloseConversion", TraceKind::kPrint), 1);
+    Trace::setMask(0);
+    Trace::clear();
 }
 
 TEST_F(ConvertBuffer, ClosingDropsWhatIsPending)
