@@ -618,7 +618,7 @@ TS_API uint32_t TSGetCharTypeW(TSLocale* locale, TSChar32 value, uint32_t kind);
 TS_API char* TSGetEol(TSLocale* locale, const char* string, int32_t length, uint32_t* type,
                       int32_t* eolLength, uint32_t options);
 
-/** TSGetEol() of stateful text; `newState` receives 0 if a line end is found. */
+/** TSGetEol() of stateful text; `newState`, if not null, receives 0 if a line end is found. */
 TS_API char* TSGetEolEx(TSLocale* locale, const char* string, int32_t state, int32_t length,
                         uint32_t* type, int32_t* eolLength, int32_t* newState, uint32_t options);
 TS_API TSChar16* TSGetEolU(TSLocale* locale, const TSChar16* string, int32_t length, uint32_t* type,
@@ -634,7 +634,9 @@ TS_API TSChar32* TSGetEolW(TSLocale* locale, const TSChar32* string, int32_t len
  */
 TS_API char* TSPutEol(TSLocale* locale, char* output, uint32_t options);
 
-/** TSPutEol() of stateful text, behind the shift byte that leaves state 1; `newState` receives 0.
+/**
+ * TSPutEol() of stateful text, behind the shift byte that leaves state 1; `newState`, if not null,
+ * receives 0.
  */
 TS_API char* TSPutEolEx(TSLocale* locale, char* output, int32_t state, int32_t* newState,
                         uint32_t options);

@@ -2,6 +2,8 @@
 // trie ends within a character's length, and no offset or index leaves its section.
 #include "chars/codepage.hpp"
 
+#include <algorithm>
+
 #include "chars/tables.hpp"
 
 namespace {
@@ -113,7 +115,7 @@ std::int32_t TSCpCharsToBytesWithin(const TSObject* object, const char* string, 
             at += page.charLength[byteAt(string, at)];
         passShift();
     }
-    return at + count;
+    return static_cast<std::int32_t>(std::min<std::int64_t>(std::int64_t{at} + count, INT32_MAX));
 }
 
 TSChar16 TSCpMbToUnicode(const TSObject* object, const char* string)

@@ -56,6 +56,6 @@ std::int32_t TSCpMapCharEx(const TSObject* object, const char* string, char* out
                            std::uint32_t mapping);
 
 // TSCpCharsToBytes of a string with a known end: nothing is read at or behind `limit` bytes, and
-// each character that is missing there counts as one byte.
+// each character that is missing there counts as one byte. INT32_MAX stands for more than that.
 std::int32_t TSCpCharsToBytesWithin(const TSObject* object, const char* string, std::int32_t state,
                                     std::int32_t count, std::int32_t limit);

@@ -32,7 +32,7 @@ char* TSGetEolEx(TSLocale* handle, const char* string, int32_t state, int32_t le
         });
     *type = search.type;
     *eolLength = search.length;
-    if (found)
+    if (found && newState)
         *newState = 0;
     locale->lastError = TS_ERR_NONE;
     TS_RETURN(const_cast<char*>(found));

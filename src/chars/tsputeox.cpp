@@ -11,7 +11,8 @@ char* TSPutEolEx(TSLocale* handle, char* output, int32_t state, int32_t* newStat
     if (!(locale->flags & vlx::kLocaleStateful))
         TS_RETURN(TSPutEol(locale, output, options));
     char* const none = nullptr;
-    *newState = 0;
+    if (newState)
+        *newState = 0;
     const uint32_t wanted = vlx::writtenEols(options);
     if (!wanted)
         TS_FAIL(locale->lastError, TS_ERR_ARGUMENT, none, "Invalid options %#x", options);

@@ -108,7 +108,8 @@ class ByteOutput {
         if (counted_) {
             if (count_ > size_)
                 --count_; // of the character that did not fit
-            size_ = TSCpCharsToBytesWithin(object_, output_, state_, size_, written_);
+            size_ = TSCpCharsToBytesWithin(object_, output_, state_,
+                                           static_cast<std::int32_t>(size_), written_);
         }
         if ((terminate_ || (ifRoom && written_ < size_)) && close()) {
             output_[written_++] = 0;
@@ -147,7 +148,7 @@ class ByteOutput {
     char* const output_;
     const bool stateful_;
     std::int32_t state_;
-    std::int32_t size_;
+    std::int64_t size_; // wide, since it may grow by one
     const bool counted_;
     const bool terminate_;
     std::int32_t written_ = 0;

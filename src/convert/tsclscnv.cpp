@@ -8,5 +8,8 @@ TS_TRACE_UNIT("tsclscnv");
 int32_t TSCloseConversion(TSConversion* conversion)
 {
     TS_TRACE(TSCloseConversion);
-    TS_RETURN(vlx::release(conversion) ? TS_ERR_NONE : TS_ERR_FREE);
+    if (vlx::release(conversion))
+        TS_RETURN(TS_ERR_NONE);
+    TS_PRINT(TRC1_ERRORS, "Unable to free the conversion");
+    TS_RETURN(TS_ERR_FREE);
 }

@@ -88,6 +88,7 @@ class SliceConversion {
 
 int32_t SliceConversion::run()
 {
+    inputCount_ = std::max(inputCount_, 0);
     int32_t result = drainPending();
     if (result != kGoesOn)
         return result;

@@ -326,9 +326,9 @@ struct CountedArea {
     std::int32_t handOver(const Form& form, std::int32_t state, std::int32_t written,
                           char* destination, std::int32_t size) const
     {
-        typename Form::Text text{bytes, bytes + written, state};
+        vlx::Text<Form> text{bytes, bytes + written, state};
         std::int32_t count = 0;
-        for (; count < size && form.next(text); ++count)
+        for (; count < size && form.settle(text) && form.length(text) <= text.left(); ++count)
             text.at += form.length(text);
         std::memcpy(destination, bytes, static_cast<std::size_t>(text.at - bytes));
         return count;

@@ -102,5 +102,7 @@ int32_t TSMapString(TSLocale* handle, char* destination, int32_t size, const cha
     vlx::CountedArea area;
     const int32_t written =
         mapPlain(*locale, asked, area.bytes, vlx::CountedArea::capacityFor(size), source, length);
-    TS_RETURN(area.handOver(vlx::MultiMap{{locale->codePage}}, 0, written, destination, size));
+    TS_RETURN(vlx::withPlainForm(*locale, [&](const auto& form) {
+        return area.handOver(form, 0, written, destination, size);
+    }));
 }

@@ -40,5 +40,5 @@ int32_t TSMapStringEx(TSLocale* handle, char* destination, int32_t state, int32_
     vlx::CountedArea area;
     const int32_t written =
         mapShifted(*locale, asked, area.bytes, state, vlx::CountedArea::capacityFor(size), text);
-    TS_RETURN(area.handOver(vlx::ShiftMap{{locale->codePage}}, state, written, destination, size));
+    TS_RETURN(area.handOver(vlx::ShiftForm{locale->codePage}, state, written, destination, size));
 }

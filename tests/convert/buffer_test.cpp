@@ -3,6 +3,7 @@
 
 #include "convert/small_pages.hpp"
 #include "support/allocator.hpp"
+#include "support/recording_services.hpp"
 
 namespace vlx::test {
 namespace {
@@ -271,6 +272,27 @@ TEST_F(ConvertBuffer, NegativeCountsAreTakenForNone)
     EXPECT_TRUE(output.holds({}));
 }
 
+TEST_F(ConvertBuffer, ANegativeCountDoesNotFinishASplitCharacter)
+{
+    open(onDouble_, onUtf8_);
+    for (const std::int32_t count : {-1, -5, INT32_MIN}) {
+        EXPECT_EQ(convert("\xE3", 9), kPartial);
+        Output output;
+        char* outputAt = output.at();
+        const char* const input = "\x80\x80";
+        const char* inputAt = input;
+        std::int32_t outputCount = 9;
+        std::int32_t inputCount = count;
+        EXPECT_EQ(TSConvertBuffer(handle_, &outputAt, &outputCount, &inputAt, &inputCount),
+                  kPartial);
+        EXPECT_EQ(inputAt, input);
+        EXPECT_LE(inputCount, 0);
+        EXPECT_TRUE(output.holds({}));
+        EXPECT_EQ(convert("\x80\x80", 9), 0);
+        EXPECT_EQ(written_, (Bytes{0x81, 0x40}));
+    }
+}
+
 TEST_F(ConvertBuffer, NullLocalesAreTheDefaultLocale)
 {
     tsDefaultLocale = &onDouble_;
@@ -302,7 +324,12 @@ TEST_F(ConvertBuffer, AHandleThatCannotBeReleasedIsErrorTwentyOne)
 {
     open(onDouble_, onUtf8_);
     Allocator::failFree(1);
+    Trace::clear();
+    Trace::setMask(0x80);
     EXPECT_EQ(TSCloseConversion(handle_), TS_ERR_FREE);
+    EXPECT_EQ(Trace::count("TSCloseConversion", TraceKind::kPrint), 1);
+    Trace::setMask(0);
+    Trace::clear();
 }
 
 TEST_F(ConvertBuffer, ClosingDropsWhatIsPending)

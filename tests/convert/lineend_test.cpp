@@ -233,6 +233,18 @@ TEST_F(LineEnds, LeaveTheMultiByteStateWhenTheyAreWritten)
     EXPECT_EQ(newState_, kNoState);
 }
 
+TEST_F(LineEnds, NeedNoPlaceForTheState)
+{
+    EXPECT_TRUE(
+        gave(static_cast<std::int32_t>(TSPutEolEx(&onStateful_, at(), 1, nullptr, 0) - at()), 3,
+             {0x0F, '\r', '\n'}, onStateful_));
+    EXPECT_EQ(TSPutEolEx(&onStateful_, at(), 1, nullptr, 1), nullptr);
+    EXPECT_EQ(onStateful_.lastError, TS_ERR_ARGUMENT);
+    const char* const text = "\x0F\n";
+    EXPECT_EQ(TSGetEolEx(&onStateful_, text, 1, 2, &type_, &length_, nullptr, TS_EOL_LF), text + 2);
+    EXPECT_TRUE(found(TS_EOL_LF, 1));
+}
+
 TEST_F(LineEnds, AreNotWrittenWithOtherOptions)
 {
     Elements<TSChar16> unicode;

@@ -82,6 +82,22 @@ TEST_F(ConvertString, TakesTheLargestSize)
                      {0x0E, 0x42, 0x43, 0x0F, 0}, onStateful_));
 }
 
+// More characters than bytes can be counted: the room does not turn around.
+TEST_F(ConvertString, TakesTheLargestSizeInCharacters)
+{
+    constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
+    for (const std::int32_t size : {kLargest, kLargest - 1}) {
+        EXPECT_TRUE(gave(toDouble(size, "\xE3\x80\x80", -1, TS_OPT_CHAR_COUNT), 2, {0x81, 0x40, 0},
+                         onDouble_));
+        EXPECT_TRUE(gave(toStateful(0, size, "\x81\x40", -1, TS_OPT_CHAR_COUNT), 2,
+                         {0x0E, 0x42, 0x43, 0x0F, 0}, onStateful_));
+        EXPECT_TRUE(gave(toStateful(0, size, "\x81\x40", -1, 0x4008), 2,
+                         {0x0E, 0x42, 0x43, 0x0F, 0}, onStateful_));
+        EXPECT_TRUE(
+            gave(toStateful(1, size, "", -1, TS_OPT_CHAR_COUNT), 1, {0x0F, 0}, onStateful_));
+    }
+}
+
 TEST_F(ConvertString, DropsALeadByteAtTheEndAndItsTerminator)
 {
     EXPECT_TRUE(

@@ -348,6 +348,18 @@ TEST(MapString, ACountedSingleByteCallCountsBytes)
         << "what is written first holds the image as a whole";
 }
 
+// The length table of such a page says nothing, whatever stands in it.
+TEST(MapString, ACountedSingleByteCallDoesNotMeasureCharacters)
+{
+    PageBuilder page = latinPage();
+    page.lead('A', 2).lead('B', 4).build();
+    HandLocale latin(std::move(page));
+    const std::uint32_t mapping = TS_MAP_UPPER | TS_OPT_CHAR_COUNT;
+    EXPECT_EQ(call(latin.handle(), "abc", 3, 512, mapping), bytes("ABC"));
+    EXPECT_EQ(call(latin.handle(), "abc", 3, 2, mapping), bytes("AB"));
+    EXPECT_EQ(call(latin.handle(), "cb", 2, 512, mapping), bytes("CB"));
+}
+
 TEST(MapString, ACountedCallWritesNoMoreThanItsArea)
 {
     HandLocale latin(latinPage());
