@@ -158,4 +158,27 @@ auto withByteForm(const TSObject* object, const Member& member)
     return withPlainForm(object, member);
 }
 
+// Shift bytes are passed before a character. Deliberate: one of them at most; a second one is read
+// as a character.
+template <class Form>
+void passShift(const Form&, Text<Form>&)
+{
+}
+inline void passShift(const ShiftForm& form, Text<ShiftForm>& text)
+{
+    const TSCodePageHeader& page = tsCodePage(form.object);
+    if (text.at == text.end || !(isShiftIn(page, *text.at) || isShiftOut(page, *text.at)))
+        return;
+    text.state = isShiftIn(page, *text.at);
+    ++text.at;
+}
+
+// Moves to a character that stands in the text whole; false if there is none.
+template <class Form>
+bool settleWhole(const Form& form, Text<Form>& text)
+{
+    passShift(form, text);
+    return text.at != text.end && form.length(text) <= text.left();
+}
+
 } // namespace vlx

@@ -25,19 +25,27 @@ struct SortElements {
     std::uint8_t directions = 0;
 };
 
-// A sort object that can be read.
+// A sort object that can be read, with what is wanted of it for every character.
 struct Sort {
-    const TSSortData& data;
-    const TSSortTraits& traits;
+    Sort(const TSSortData& content, const TSSortTraits& known)
+        : data(content), traits(known), chars(sortChars(content)),
+          contracts(content.contractionCount != 0)
+    {
+    }
 
-    bool hasContractions() const { return data.contractionCount != 0; }
+    bool hasContractions() const { return contracts; }
     const TSSortPage& page(TSChar16 value) const { return data.sortPages[value >> 8]; }
     const TSSortChar& record(const TSSortPage& page, TSChar16 value) const
     {
-        return sortChars(data)[page.pageBase + (value & 0xFFu)];
+        return chars[page.pageBase + (value & 0xFFu)];
     }
     // False if the value begins no contraction; the other way round it need not be so.
     bool mayBeginPair(TSChar16 value) const { return !(traits.alone >> (value & 63) & 1); }
+
+    const TSSortData& data;
+    const TSSortTraits& traits;
+    const TSSortChar* const chars;
+    const bool contracts;
 };
 
 #pragma GCC visibility push(hidden)

@@ -25,7 +25,7 @@ struct MultiMap : MultiForm {
     using Text = vlx::Text<MultiForm>;
 
     // Moves to the next character; false at the end, and before a character that it cuts off.
-    bool next(Text& text) const { return settle(text) && length(text) <= text.left(); }
+    bool next(Text& text) const { return settleWhole<MultiForm>(*this, text); }
 
     std::uint32_t type(const Text& text) const
     {
@@ -64,7 +64,7 @@ struct MultiMap : MultiForm {
 struct ShiftMap : ShiftForm {
     using Text = vlx::Text<ShiftForm>;
 
-    bool next(Text& text) const { return settle(text) && length(text) <= text.left(); }
+    bool next(Text& text) const { return settleWhole<ShiftForm>(*this, text); }
 
     std::uint32_t type(const Text& text) const
     {

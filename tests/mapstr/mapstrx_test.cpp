@@ -88,7 +88,12 @@ TEST_F(MapStringEx, CaseFollowsTheStates)
 
 TEST_F(MapStringEx, ShiftBytesOfTheSourceAreNotCopied)
 {
-    expect(plain_.handle(), {"()a(\x42\x81)(\x42\x81"}, TS_MAP_UPPER, "A(B`B`");
+    expect(plain_.handle(), {"a(\x42\x81)b(\x42\x81"}, TS_MAP_UPPER, "A(B`)B(B`");
+}
+
+TEST_F(MapStringEx, AShiftByteBehindAnotherIsACharacter)
+{
+    expect(plain_.handle(), {")(ab"}, TS_MAP_UPPER, "(AB");
 }
 
 TEST_F(MapStringEx, NothingClosesTheText)

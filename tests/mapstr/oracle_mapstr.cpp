@@ -186,7 +186,7 @@ struct Shifted {
     // Moves behind shift bytes; false if no whole character is there.
     bool settle(Place& place) const
     {
-        while (place.at < length && isShift(locale, text.at(place.at))) {
+        if (place.at < length && isShift(locale, text.at(place.at))) { // one of them
             place.state = stateBehind(locale, text.at(place.at));
             place.at += 1;
         }
