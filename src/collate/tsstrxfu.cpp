@@ -1,4 +1,6 @@
 // TSStrxfrmU: the sort key of a 16-bit string.
+#include <optional>
+
 #include "collate/key.hpp"
 #include "frame/scratch.hpp"
 
@@ -34,15 +36,17 @@ int32_t TSStrxfrmU(TSLocale* handle, char* buffer, int32_t size, const TSChar16*
         result = layOut(buffer, size, values, count);
     } else {
         // Deliberate: without a fold the string itself is used, and the memory is asked for all the
-        // same.
-        const vlx::Scratch memory(4 * static_cast<uint64_t>(length));
-        if (!memory)
+        // same, and given back at once.
+        std::optional<vlx::Scratch> memory(std::in_place, 4 * static_cast<uint64_t>(length));
+        if (!*memory)
             TS_FAIL(locale->lastError, TS_ERR_MEMORY, -1, "Out of memory");
-        if (asked.fold() != vlx::Fold::kNone) {
+        if (asked.fold() == vlx::Fold::kNone) {
+            memory.reset();
+        } else {
             const vlx::UnicodeFold form{{locale->codePage}};
-            values = memory.as<TSChar16>();
+            values = memory->as<TSChar16>();
             count = foldText(*locale, form, vlx::textOf<vlx::UnicodeForm>(form, string, length),
-                             asked.fold(), memory.as<TSChar16>(), false);
+                             asked.fold(), memory->as<TSChar16>(), false);
         }
         result = isBinary ? layOut(buffer, size, values, count)
                           : TSSortBuildKey(*locale, buffer, size, values, count);
