@@ -50,6 +50,7 @@ class KeyValues {
     }
 
     TSChar16* get() const { return values_; } // null without memory
+    void giveBack() { block_.reset(); }
 
   private:
     static constexpr std::int32_t kOnStack = 128;

@@ -1,4 +1,5 @@
 // TSStrxfrmU: the sort key of a 16-bit string.
+
 #include "collate/key.hpp"
 
 TS_TRACE_UNIT("tsstrxfu");
@@ -33,11 +34,13 @@ int32_t TSStrxfrmU(TSLocale* handle, char* buffer, int32_t size, const TSChar16*
         result = layOut(buffer, size, values, count);
     } else {
         // Deliberate: without a fold the string itself is used, and the memory is asked for all the
-        // same.
-        const vlx::KeyValues memory(length);
+        // same, and given back at once.
+        vlx::KeyValues memory(length);
         if (!memory.get())
             TS_FAIL(locale->lastError, TS_ERR_MEMORY, -1, "Out of memory");
-        if (asked.fold() != vlx::Fold::kNone) {
+        if (asked.fold() == vlx::Fold::kNone) {
+            memory.giveBack();
+        } else {
             const vlx::UnicodeFold form{{locale->codePage}};
             values = memory.get();
             count = foldText(*locale, form, vlx::textOf<vlx::UnicodeForm>(form, string, length),

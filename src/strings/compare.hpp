@@ -158,9 +158,9 @@ struct CompareText {
 template <class Truncate>
 void stripBlanks(CompareText& first, CompareText& second, const Truncate& truncate)
 {
-    // Behind the terminator there is room for the shift byte of an empty text.
-    const std::int64_t longest = std::max(first.length, second.length);
-    const Scratch copy(static_cast<std::uint64_t>(longest) + 2);
+    // Behind the terminator of an empty text there is room for its shift byte.
+    const std::int64_t longest = std::max({first.length, second.length, 1});
+    const Scratch copy(static_cast<std::uint64_t>(longest) + 1);
     if (!copy || longest == INT32_MAX)
         return;
     for (CompareText* text : {&first, &second}) {

@@ -17,6 +17,18 @@ inline bool areAlike(const char* first, const char* second, std::int32_t length)
     return length == 0;
 }
 
+// The half-width form of a character. One that the end of a terminated string cuts off is its own,
+// of which nothing behind the end is read.
+inline Image narrowImage(const MultiMap& form, const MultiMap::Text& text, const Mapping& narrow)
+{
+    if (form.length(text) <= text.left())
+        return widthImage(form, text, narrow);
+    Image image;
+    image.length = form.length(text);
+    std::memcpy(image.bytes, text.at, static_cast<std::size_t>(text.left()));
+    return image;
+}
+
 // By half-width forms. Gives the result: of what differs first, or of what is left behind it.
 inline std::int32_t compareWidth(const TSLocale& locale, const CompareText& text1,
                                  const CompareText& text2)
@@ -30,8 +42,8 @@ inline std::int32_t compareWidth(const TSLocale& locale, const CompareText& text
         const std::int32_t length2 = form.length(second);
         const std::int32_t least = std::min(first.left(), second.left());
         if (least < kLongestCharacter || !areAlike(first.at, second.at, length1)) {
-            const Image image1 = widthImage(form, first, narrow);
-            const Image image2 = widthImage(form, second, narrow);
+            const Image image1 = narrowImage(form, first, narrow);
+            const Image image2 = narrowImage(form, second, narrow);
             // Deliberate: an image longer than what is left ends the comparison, with 0 if the
             // other one has its length.
             if (image1.length != image2.length || image1.length > least)

@@ -18,6 +18,7 @@ class ShiftSide {
     }
 
     const char* at() const { return at_; }
+    void takeState(const ShiftSide& other) { state_ = other.state_; }
     std::int32_t left() const { return left_; } // negative behind a character that was cut off
     std::int32_t state() const { return state_; }
     std::int32_t length() const { return state_ ? page_.maxCharBytes : 1; }
@@ -168,13 +169,14 @@ inline std::int32_t compareShiftWidth(TraceGuard& tsTrace, ShiftSide first, Shif
 }
 
 // By upper-case forms, without pairs: what differs first, or 0. Both texts are in one state all the
-// time, since only equal shift bytes are passed. A character that the end of a text cuts off is the
-// last one that counts.
+// time, that of the first one, since only equal shift bytes are passed. A character that the end of
+// a text cuts off is the last one that counts.
 inline std::int32_t compareShiftCase(ShiftSide first, ShiftSide second)
 {
     std::int32_t left = std::min(first.left(), second.left());
     if (first.length() != second.length() || left < first.length())
         return first.length() - second.length();
+    second.takeState(first); // another one has characters of the same length
     while (left > 0) {
         if (first.atShift() || second.atShift()) {
             const char byte1 = *first.at();

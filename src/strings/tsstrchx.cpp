@@ -22,7 +22,7 @@ char* TSStrchrEx(TSLocale* handle, const char* string, int32_t state, int32_t le
     const vlx::ShiftForm form{locale->codePage};
     const auto found = findCharacter(form, {string, string + length, state},
                                      {character, nullptr, characterState}, vlx::wantsLast(options));
-    if (found.at)
+    if (found.at && matchState)
         *matchState = found.state;
     TS_RETURN(const_cast<char*>(found.at));
 }

@@ -110,10 +110,12 @@ int32_t TSStrtokEx(TSLocale* handle, char* token, int32_t tokenState, int32_t si
 
     *length = span == 0 || span >= rest.length ? 0 : rest.length - span;
     if (*length > 0) {
-        *next = TSMoveStringPointerEx(locale, rest.at, rest.state, span, nextState, 0);
-        const bool hasState = (locale->flags & vlx::kLocaleStateful) != 0;
+        int32_t behind = 0;
+        *next = TSMoveStringPointerEx(locale, rest.at, rest.state, span, &behind, 0);
+        if (nextState && (locale->flags & vlx::kLocaleStateful))
+            *nextState = behind;
         if (counted)
-            *length = TSNumCharsEx(locale, *next, hasState ? *nextState : 0, *length, 0);
+            *length = TSNumCharsEx(locale, *next, behind, *length, 0);
     }
     locale->lastError = TS_ERR_NONE;
     TS_RETURN(counted ? TSNumCharsEx(locale, token, tokenState, used, 0) : used);

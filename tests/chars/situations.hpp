@@ -81,6 +81,13 @@ auto wellDefined(Call call) -> std::optional<decltype(call())>
     }
 }
 
+// Whether a call stays inside its texts, even if the oracle does not: the caller knows lengths in
+// bytes, but those in characters can reach behind a text.
+inline bool mustStayInside(std::uint32_t options, std::initializer_list<std::int32_t> lengths)
+{
+    return !(options & TS_OPT_CHAR_COUNT) || std::max(lengths) < 0;
+}
+
 // Compares the result of a call with the oracle's, if it is well defined, and looks for error 0.
 template <class Reference, class Call>
 bool compare(const Situation& situation, Reference reference, Call call)

@@ -400,6 +400,56 @@ TEST(Keys, WithoutMemoryThereIsNoKey)
     }
 }
 
+// What a call has asked the slot for, and the blocks that were out then.
+struct Request {
+    std::uint32_t bytes;
+    int liveBlocks;
+
+    bool operator==(const Request&) const = default;
+};
+
+std::vector<Request>& requests()
+{
+    static std::vector<Request> all;
+    return all;
+}
+
+void* request(TSContext context, std::uint32_t bytes)
+{
+    requests().push_back({bytes, Allocator::liveBlocks()});
+    return Allocator::allocate(context, bytes);
+}
+
+// Units that are not folded are the array themselves: its memory is asked for and given back before
+// the streams take theirs.
+TEST(Keys, MemoryIsTakenAndGivenBackInTheirOrder)
+{
+    using Requests = std::vector<Request>;
+    SortedLatin latin(smallSort());
+    TSLocale* const locale = latin.locale.handle();
+    tsSlots.allocate = request;
+    const TSChar16 units[] = {'a', 'b', 'a', 0};
+    const TSChar32 packed[] = {'a', 'b', 'a', 0};
+    char buffer[64] = {};
+    const auto requested = [](auto call) {
+        requests().clear();
+        call();
+        return requests();
+    };
+    EXPECT_EQ(requested([&] { TSStrxfrmU(locale, buffer, 10, units, -1, 0); }),
+              (Requests{{12, 0}, {52, 0}}));
+    EXPECT_EQ(requested([&] { TSStrxfrmU(locale, buffer, 10, units, -1, TS_OPT_IGNORE_CASE); }),
+              (Requests{{12, 0}, {52, 1}}));
+    EXPECT_EQ(requested([&] { TSStrxfrm(locale, buffer, 10, "aba", -1, 0); }),
+              (Requests{{12, 0}, {52, 1}}));
+    EXPECT_EQ(requested([&] { TSWcsxfrm(locale, buffer, 10, packed, -1, 0); }),
+              (Requests{{12, 0}, {52, 1}}));
+    EXPECT_EQ(requested([&] { TSStrxfrmU(locale, buffer, sizeof buffer, units, -1, 0); }),
+              (Requests{{12, 0}}))
+        << "the streams are in the buffer";
+    EXPECT_TRUE(latin.memory.allGivenBack());
+}
+
 // What keys and the comparison do not agree on, and are not meant to.
 TEST(Keys, DifferFromTheComparisonWhereTheyAreMeantTo)
 {

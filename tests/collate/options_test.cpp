@@ -262,6 +262,43 @@ TEST_F(CollationOptions, CopiesOfShortStringsTakeNoMemory)
     EXPECT_EQ(callsOfEx(257), callsOfEx(256) + 1);
 }
 
+std::vector<std::uint32_t>& askedBytes()
+{
+    static std::vector<std::uint32_t> asked;
+    return asked;
+}
+
+void* askFor(TSContext context, std::uint32_t bytes)
+{
+    askedBytes().push_back(bytes);
+    return Allocator::allocate(context, bytes);
+}
+
+TEST_F(CollationOptions, BlocksHaveTheSizesThatTheTextsNeed)
+{
+    using Bytes = std::vector<std::uint32_t>;
+    tsSlots.allocate = askFor;
+    const std::string text(300, 'a');
+    const TSChar16 units[16] = {'a'};
+    const TSChar32 packed[16] = {'a'};
+    const auto asked = [](auto call) {
+        askedBytes().clear();
+        call();
+        return askedBytes();
+    };
+    EXPECT_EQ(asked([&] { TSStrcoll(latin_.handle(), text.data(), 9, text.data(), 7, 0); }),
+              Bytes{148 + 116});
+    EXPECT_EQ(asked([&] { TSStrcollU(latin_.handle(), units, 9, units, 7, 0); }), Bytes{148 + 116});
+    EXPECT_EQ(asked([&] { TSWcscoll(latin_.handle(), packed, 1, packed, 0, 0); }), Bytes{20 + 4});
+    EXPECT_EQ(asked([&] { TSStrcoll(latin_.handle(), text.data(), 9, text.data(), 7, kCase); }),
+              (Bytes{148 + 116, 36, 28}))
+        << "the streams of a key are built where it goes";
+    EXPECT_EQ(asked([&] { TSStrcoll(latin_.handle(), text.data(), 260, text.data(), 1, kWidth); }),
+              (Bytes{261, 4164 + 20, 1040, 4}))
+        << "the copy without its blanks";
+    EXPECT_TRUE(memory_.allGivenBack());
+}
+
 TEST_F(CollationOptions, ANeedBeyondWhatCanBeToldIsNoMemory)
 {
     latin_.record.lastError = kUntouchedError;

@@ -1,5 +1,6 @@
 // Comparison without memory: every allocation fails once, and nothing is lost.
 #include <gtest/gtest.h>
+#include <vector>
 
 #include "compare/memory.hpp"
 #include "mapstr/hand_pages.hpp"
@@ -85,6 +86,42 @@ TEST_F(ComparisonMemory, WithoutMemoryTheBlanksStay)
         EXPECT_FALSE(Allocator::failurePending());
         EXPECT_TRUE(memory_.allGivenBack());
     }
+}
+
+// The bytes that each call of the slot asks for.
+std::vector<std::uint32_t>& askedBytes()
+{
+    static std::vector<std::uint32_t> asked;
+    return asked;
+}
+
+void* askFor(TSContext context, std::uint32_t bytes)
+{
+    askedBytes().push_back(bytes);
+    return Allocator::allocate(context, bytes);
+}
+
+TEST_F(ComparisonMemory, BlocksHaveTheSizesThatTheTextsNeed)
+{
+    using Bytes = std::vector<std::uint32_t>;
+    tsSlots.allocate = askFor;
+    const auto asked = [](auto call) {
+        askedBytes().clear();
+        call();
+        return askedBytes();
+    };
+    EXPECT_EQ(asked([&] { TSStrcmp(latin_.handle(), "abc ", -1, "ab", -1, kStrip); }), Bytes{5});
+    EXPECT_EQ(asked([&] { TSStrcmpEx(shifted_.handle(), "a", 0, -1, "ab ", 0, -1, kStrip); }),
+              Bytes{4});
+    EXPECT_EQ(asked([&] { TSStrcmp(paired_.handle(), "ab", -1, "abc", -1, kCase); }),
+              (Bytes{16, 24}));
+    EXPECT_EQ(asked([&] { TSStrcmpEx(shifted_.handle(), "ab", 0, -1, "abc", 0, -1, kCase); }),
+              (Bytes{16, 24}));
+    EXPECT_EQ(asked([&] { TSStrcmpU(paired_.handle(), kUnicode1, 2, kUnicode2, 1, kCase); }),
+              (Bytes{8, 4}));
+    EXPECT_EQ(asked([&] { TSWcscmp(paired_.handle(), kPacked1, 2, kPacked2, 1, kCase); }),
+              (Bytes{16, 8}));
+    EXPECT_TRUE(memory_.allGivenBack());
 }
 
 TEST_F(ComparisonMemory, AnEmptyImageGivesZeroAndItsBlocksBack)

@@ -195,6 +195,28 @@ TEST_F(ShiftComparison, ACutCharacterDecidesWithoutCase)
     EXPECT_EQ(compare({"B`B`", 1}, {"B`BP", 1}, kWidth | kStrip), 0x60 - 0x50);
 }
 
+// Deliberate: the state of the first text is that of both, which differ at their beginnings where
+// characters are one byte long in either state.
+TEST_F(ShiftComparison, CaseGoesByTheStateOfTheFirstText)
+{
+    PageBuilder page = latinPage();
+    page.shifts(0x0E, 0x0F).build();
+    Section header = page.sections()[0];
+    header[0x110C] |= kStateful;
+    page.object().sections[0] = header.data();
+    HandLocale narrow(std::move(page));
+    narrow.record.flags |= kLocaleStateful;
+    const auto compareCase = [&](std::int32_t state1, std::int32_t state2, const char* second) {
+        return TSStrcmpEx(narrow.handle(), "a", state1, -1, second, state2, -1, kCase);
+    };
+    EXPECT_EQ(compareCase(0, 0, "A"), 0);
+    EXPECT_EQ(compareCase(1, 1, "A"), 'a' - 'A') << "no character of the state has a case";
+    EXPECT_EQ(compareCase(0, 1, "A"), 0);
+    EXPECT_EQ(compareCase(0, 1, "a"), 0);
+    EXPECT_EQ(compareCase(1, 0, "A"), 'a' - 'A');
+    EXPECT_EQ(compareCase(1, 0, "a"), 0);
+}
+
 TEST_F(ShiftComparison, TellsItsSteps)
 {
     Trace::clear();

@@ -4,6 +4,7 @@
 
 #include "compare/memory.hpp"
 #include "mapstr/hand_pages.hpp"
+#include "strings/guarded_area.hpp"
 #include "support/recording_services.hpp"
 
 namespace vlx::test {
@@ -137,6 +138,29 @@ TEST_F(StringComparison, AnImageLongerThanWhatIsLeftEndsTheWidths)
     wide.page.object().sections[0] = section.data();
     EXPECT_EQ(compare(wide, "z", "zb", kWidth), 0);
     EXPECT_EQ(compare(wide, "zbcd", "zbce", kWidth), -1);
+}
+
+// A terminated string that ends inside a character is read up to its terminator and no further.
+TEST_F(StringComparison, ACutCharacterOfATerminatedStringHasNoOtherWidth)
+{
+    for (const PageShape shape :
+         {PageShape::kDoubleByte, PageShape::kThreeByte, PageShape::kFourByte}) {
+        const auto length = static_cast<std::int32_t>(longestCharacter(shape));
+        PageBuilder page(shape);
+        page.lead(0xE3, longestCharacter(shape)).lead(0xE4, longestCharacter(shape)).build();
+        HandLocale locale(std::move(page));
+        GuardedArea area1;
+        GuardedArea area2;
+        const auto compareAtGuard = [&](const std::vector<char>& first,
+                                        const std::vector<char>& second) {
+            return TSStrcmp(locale.handle(), area1.place(first, GuardedArea::Guard::kAbove), -1,
+                            area2.place(second, GuardedArea::Guard::kAbove), -1, kWidth);
+        };
+        EXPECT_EQ(compareAtGuard({'\xE3', 0}, {'a', 0}), length - 1);
+        EXPECT_EQ(compareAtGuard({'a', 0}, {'\xE4', 0}), 1 - length);
+        EXPECT_EQ(compareAtGuard({'\xE3', 0}, {'\xE4', 0}), 0) << "images that do not fit";
+        EXPECT_EQ(compareAtGuard({'a', '\xE3', 0}, {'a', '\xE4', 'b', 'c', 'd', 0}), 0);
+    }
 }
 
 TEST_F(StringComparison, CaseGoesByTheTables)

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "frame/globals.hpp"
+#include "frame/sections.hpp"
 
 namespace vlx::test {
 
@@ -19,6 +20,17 @@ bool oneIn(Random& random, unsigned outOf)
     return random() % outOf == 0;
 }
 
+bool passesTheCheck(const PageBuilder& page)
+{
+    LoadedSections sections;
+    for (int i = 0; i < TSObjHeader::kMaxSections; ++i) {
+        const auto& section = page.sections()[static_cast<std::size_t>(i)];
+        sections[i] = {section.empty() ? nullptr : section.data(),
+                       static_cast<std::uint32_t>(section.size())};
+    }
+    return codePageIsSound(page.object().id, sections);
+}
+
 template <class Item>
 Item anyOf(Random& random, const std::vector<Item>& items)
 {
@@ -30,6 +42,7 @@ Item anyOf(Random& random, const std::vector<Item>& items)
 World::World(Random& random, PageShape shape) : page(randomPage(random, shape))
 {
     addDigitsAndBlanks(random);
+    isSound = passesTheCheck(page);
     reference = oracleLocale(page);
     chooseCharacters(random);
     if (!oneIn(random, 3))

@@ -34,6 +34,7 @@ class World {
     const oracle::Bytes& anyLong(Random& random) const { return longs_[random() % longs_.size()]; }
 
     PageBuilder page;
+    bool isSound; // whether the page would pass the check at load
     oracle::Locale reference;
     oracle::Language pairs;
     TestLanguage language;

@@ -23,18 +23,21 @@ template <class Reference, class Call>
 bool compareFinds(Scene& scene, const Arguments& a, Reference reference, Call call)
 {
     const auto wanted = wellDefined(reference);
-    if (!wanted)
+    constexpr std::size_t kLongest = 4;
+    if (!wanted && !(mustStayInside(a.options, {a.length}) && a.character.size() >= kLongest + 1))
         return false;
     const auto* string = reinterpret_cast<const char*>(scene.place(0, a.string));
     const auto* character = reinterpret_cast<const char*>(scene.place(1, a.character));
     TSLocale* const handle = scene.handle();
     std::int32_t state = kNoState;
-    EXPECT_EQ(positionIn<char>(string, call(handle, string, character, &state)), wanted->position)
-        << a;
-    EXPECT_EQ(scene.locale.lastError, wanted->error) << a;
-    EXPECT_EQ(state, wanted->state.value_or(kNoState)) << a;
+    const auto position = positionIn<char>(string, call(handle, string, character, &state));
     EXPECT_TRUE(scene.areas[0].holds(a.string)) << a;
     EXPECT_TRUE(scene.areas[1].holds(a.character)) << a;
+    if (!wanted)
+        return false;
+    EXPECT_EQ(position, wanted->position) << a;
+    EXPECT_EQ(scene.locale.lastError, wanted->error) << a;
+    EXPECT_EQ(state, wanted->state.value_or(kNoState)) << a;
     return true;
 }
 

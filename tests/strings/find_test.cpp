@@ -167,6 +167,13 @@ TEST_F(Find, TheStateIsThatOfTheLastMatch)
     EXPECT_EQ(state_, 0);
 }
 
+TEST_F(Find, NobodyHasToTakeTheStateOfAMatch)
+{
+    const char text[] = "a\x0E\x42\x43\x0F\x42";
+    EXPECT_EQ(TSStrchrEx(&stateful_, text, 0, -1, "\x42", 0, nullptr, 0), text + 5);
+    EXPECT_EQ(TSStrchrEx(&single_, text, 0, -1, "a", 0, nullptr, 0), text);
+}
+
 TEST_F(Find, ALocaleThatIsNotStatefulStoresNoState)
 {
     const char text[] = "a\x81\x40";

@@ -44,7 +44,7 @@ TEST(TokenAgainstOracle, TSStrtok)
             return oracle::token(scene.reference, isNull ? nullptr : &after, a.length, a.setText(),
                                  a.options);
         });
-        if (!wanted)
+        if (!wanted && !mustStayInside(a.options, {a.length, a.setLength}))
             return false;
         auto* const string = reinterpret_cast<char*>(scene.place(0, a.string));
         const auto* delimiters = reinterpret_cast<const char*>(scene.place(1, a.set));
@@ -52,9 +52,11 @@ TEST(TokenAgainstOracle, TSStrtok)
         char* next = string + 1;
         const char* token = TSStrtok(scene.handle(), isNull ? nullptr : string, &length, delimiters,
                                      a.setLength, &next, a.options);
+        EXPECT_TRUE(scene.areas[1].holds(a.set)) << a;
+        if (!wanted)
+            return false;
         EXPECT_EQ(tokenOf<char>(scene, string, token, length, next), *wanted) << a;
         EXPECT_TRUE(scene.areas[0].holds(after)) << a;
-        EXPECT_TRUE(scene.areas[1].holds(a.set)) << a;
         return true;
     });
 }
@@ -74,7 +76,7 @@ TEST(TokenAgainstOracle, TSStrtokEx)
             return oracle::tokenEx(scene.reference, after, a.bufferState, a.size,
                                    isNull ? nullptr : &text, a.setText(), a.options);
         });
-        if (!wanted)
+        if (!wanted && !mustStayInside(a.options, {a.length, a.setLength}))
             return false;
         auto* const string = reinterpret_cast<char*>(scene.place(0, a.string));
         const auto* delimiters = reinterpret_cast<const char*>(scene.place(1, a.set));
@@ -89,9 +91,11 @@ TEST(TokenAgainstOracle, TSStrtokEx)
         got.size = result;
         if (nextState != kNoState)
             got.nextState = nextState;
-        EXPECT_EQ(got, *wanted) << a;
         EXPECT_TRUE(scene.areas[0].holds(a.string)) << a;
         EXPECT_TRUE(scene.areas[1].holds(a.set)) << a;
+        if (!wanted)
+            return false;
+        EXPECT_EQ(got, *wanted) << a;
         EXPECT_TRUE(scene.areas[2].holds(after)) << a;
         return true;
     });

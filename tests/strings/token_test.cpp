@@ -215,6 +215,19 @@ TEST_F(Token, TheStatefulMemberGoesOnInTheStateOfTheDelimiter)
     EXPECT_EQ(next_, nullptr);
 }
 
+TEST_F(Token, NobodyHasToTakeTheStateOfWhatIsNext)
+{
+    char text[] = "a\x0E\x42\x43\x44\x45";
+    char token[9];
+    std::int32_t length = 3;
+    char* next = nullptr;
+    EXPECT_EQ(TSStrtokEx(&stateful_, token, 0, sizeof token, text, 0, &length, "\x0E\x42\x43", 0,
+                         -1, &next, nullptr, TS_OPT_CHAR_COUNT),
+              1);
+    EXPECT_EQ(next, text + 2);
+    EXPECT_EQ(length, 2) << "the delimiter and the character behind it";
+}
+
 TEST_F(Token, TheStatefulMemberSkipsLeadingDelimiters)
 {
     EXPECT_EQ(takeEx(bytes(",,ab,c\0"), ",", 0, 9), 2);
