@@ -71,7 +71,8 @@ int32_t TSCurrencyToStringEx(TSLocale* handle, double value, char* destination, 
         bool whole = write(*locale, value, output, options);
         if (asked.terminated)
             whole = output.terminate() && whole;
-        locale->lastError = whole ? TS_ERR_NONE : TS_ERR_BUFFER;
+        TS_STORE(locale->lastError, whole ? TS_ERR_NONE : TS_ERR_BUFFER,
+                 "Not all of the amount was written, err = %d");
         TS_RETURN(output.count());
     }
 
@@ -80,6 +81,7 @@ int32_t TSCurrencyToStringEx(TSLocale* handle, double value, char* destination, 
     const bool whole = write(*locale, value, output, options);
     const auto handed = text.handOver(vlx::ShiftForm{locale->codePage}, state, output.count(),
                                       destination, size, asked.terminated);
-    locale->lastError = whole && handed.whole ? TS_ERR_NONE : TS_ERR_BUFFER;
+    TS_STORE(locale->lastError, whole && handed.whole ? TS_ERR_NONE : TS_ERR_BUFFER,
+             "Not all of the amount was written, err = %d");
     TS_RETURN(handed.characters);
 }

@@ -121,7 +121,7 @@ int32_t TSTimeToStringEx(TSLocale* handle, const TSTimeFields* time, char* desti
         const int32_t code = write(output);
         if (asked.terminated)
             output.written().terminate();
-        locale->lastError = code;
+        TS_STORE(locale->lastError, code, "Not all of the time was written, err = %d");
         TS_RETURN(output.written().count());
     }
 
@@ -130,6 +130,6 @@ int32_t TSTimeToStringEx(TSLocale* handle, const TSTimeFields* time, char* desti
     const int32_t code = write(output);
     const auto handed = counted.handOver(form, state, output.written().count(), destination, size,
                                          asked.terminated);
-    locale->lastError = code;
+    TS_STORE(locale->lastError, code, "Not all of the time was written, err = %d");
     TS_RETURN(handed.characters);
 }
