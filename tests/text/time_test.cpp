@@ -243,6 +243,22 @@ TEST(TimeToString, CopiesLongCharactersWhole)
     EXPECT_EQ(Formatted(spec).time(kTime, "a\x81"), (Written{"a", 1, TS_ERR_DIRECTIVE}));
 }
 
+// A name is copied as a string is, by the table of lengths alone.
+TEST(TimeToString, ANameEndsBeforeACharacterThatItDoesNotHold)
+{
+    for (const PageShape shape : {PageShape::kDoubleByte, PageShape::kStateful2}) {
+        LocaleSpec spec = LocaleSpec::builtin();
+        spec.shape = shape;
+        Formatted locale(spec);
+        locale.locale.page.lead('y', 2).build();
+        setCodePageFlags(locale.record());
+        EXPECT_EQ(locale.time(kTime, "%A"), (Written{"Monda", 5, 0}));
+        EXPECT_EQ(locale.time(kTime, "%A", 0, 6), (Written{"Monda", 5, 0}));
+        EXPECT_EQ(locale.time(kTime, "%A.%A", TS_OPT_TERMINATE),
+                  (Written{bytes("Monda.Monda\0"), 12, 0}));
+    }
+}
+
 TEST(TimeToStringEx, FollowsStates)
 {
     LocaleSpec spec = LocaleSpec::builtin();
