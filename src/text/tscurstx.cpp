@@ -78,7 +78,9 @@ int32_t TSCurrencyToStringEx(TSLocale* handle, double value, char* destination, 
 
     vlx::CountedText text(size);
     vlx::ShiftedOutput output(*locale, text.bytes(), state, text.size() - asked.terminated);
-    const bool whole = write(*locale, value, output, options);
+    bool whole = write(*locale, value, output, options);
+    if (asked.terminated) // what fills the buffer gives way for the shift byte here, too
+        whole = output.close() && whole;
     const auto handed = text.handOver(vlx::ShiftForm{locale->codePage}, state, output.count(),
                                       destination, size, asked.terminated);
     TS_STORE(locale->lastError, whole && handed.whole ? TS_ERR_NONE : TS_ERR_BUFFER,

@@ -128,6 +128,8 @@ int32_t TSTimeToStringEx(TSLocale* handle, const TSTimeFields* time, char* desti
     vlx::CountedText counted(size);
     ShiftTimeOutput output(call, counted.bytes(), state, counted.size() - asked.terminated);
     const int32_t code = write(output);
+    if (asked.terminated) // what fills the buffer gives way for the shift byte here, too
+        output.written().close();
     const auto handed = counted.handOver(form, state, output.written().count(), destination, size,
                                          asked.terminated);
     TS_STORE(locale->lastError, code, "Not all of the time was written, err = %d");
