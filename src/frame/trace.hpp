@@ -133,3 +133,13 @@ class TraceGuard {
         (store) = (code);                                                                          \
         TS_RETURN(result);                                                                         \
     } while (false)
+
+// Stores the code of a call that delivers what it has all the same; a failure is told first, by a
+// message that takes the code.
+#define TS_STORE(store, code, message)                                                             \
+    do {                                                                                           \
+        const std::int32_t tsCode = (code);                                                        \
+        if (tsCode != 0) [[unlikely]]                                                              \
+            TS_PRINT(TRC1_ERRORS, message, static_cast<int>(tsCode));                              \
+        (store) = tsCode;                                                                          \
+    } while (false)

@@ -107,9 +107,9 @@ class ShiftedOutput {
         state_ = other.state_;
     }
 
-    // Closes the text and writes the terminator behind `size`, where a place was kept for it. False
-    // if the last character had to give way for the shift byte.
-    bool terminate()
+    // Closes the text for its terminator. False if the last character had to give way for the shift
+    // byte.
+    bool close()
     {
         const bool fits = !state_ || room() > 0;
         if (!fits && count_ >= page_.maxCharBytes)
@@ -118,6 +118,13 @@ class ShiftedOutput {
             --count_;
         else if (state_ && room() > 0)
             destination_[count_++] = static_cast<char>(page_.shiftOut);
+        return fits;
+    }
+
+    // Closes the text and writes the terminator behind `size`, where a place was kept for it.
+    bool terminate()
+    {
+        const bool fits = close();
         destination_[count_++] = 0;
         return fits;
     }

@@ -1,6 +1,8 @@
 // A broken-down time as text, by a pattern: the walk through the pattern, over any output.
 #pragma once
 
+#include <type_traits>
+
 #include "strings/whole.hpp"
 #include "text/number.hpp"
 #include "text/pattern.hpp"
@@ -198,11 +200,11 @@ class TimeOutput {
         Unit buffer[Reader::kNameSize];
         const ValueText<Unit> name =
             Reader{call_.locale, call_.ofObject}.text(item, buffer, Reader::kNameSize);
-        if (name.length <= room())
-            return putLong(name.at, name.length);
-        const auto whole = behindWhole(form(), {name.at, name.at + room()});
-        putLong(name.at, static_cast<std::int32_t>(whole.at - name.at));
-        return TS_ERR_BUFFER;
+        const bool fits = name.length <= room();
+        const std::int32_t length = wholeUnits(name.at, std::min(name.length, room()));
+        std::copy_n(name.at, length, destination_ + count_);
+        count_ += length;
+        return fits ? TS_ERR_NONE : TS_ERR_BUFFER;
     }
 
     // Writes a pattern of the locale at the start or at the place reached.
@@ -225,6 +227,16 @@ class TimeOutput {
     }
 
   private:
+    // The units of the whole characters of a name, which is copied as any text is: what a table of
+    // lengths takes for the start of a character that the name does not hold is left out.
+    std::int32_t wholeUnits(const Unit* name, std::int32_t length) const
+    {
+        if constexpr (std::is_same_v<Form, MultiForm>)
+            return wholeBytes(call_.locale, name, length);
+        else
+            return length;
+    }
+
     // A directive where there is room for it; -1 if it takes the long way.
     std::int32_t putKnown(const TimeDirective& known, Unit* at) const
     {
@@ -238,9 +250,23 @@ class TimeOutput {
         if constexpr (sizeof(Unit) == 1) {
             if (isName(known.text))
                 if (const int item = nameOf(known, call_.time))
-                    return putPlainName(call_.locale, item, at, Reader::kNameSize);
+                    return putKnownName(item, at);
         }
         return -1;
+    }
+
+    // The whole characters of a name of a multi-byte page are known only behind it.
+    std::int32_t putKnownName(int item, Unit* at) const
+    {
+        if constexpr (std::is_same_v<Form, MultiForm>) {
+            Unit name[Reader::kNameSize];
+            const std::int32_t length =
+                wholeUnits(name, putPlainName(call_.locale, item, name, Reader::kNameSize));
+            std::copy_n(name, length, at);
+            return length;
+        } else {
+            return putPlainName(call_.locale, item, at, Reader::kNameSize);
+        }
     }
 
     // The last digits of a number, as many as its width; two at a time, as most numbers have two.

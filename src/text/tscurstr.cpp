@@ -54,7 +54,7 @@ int32_t TSCurrencyToString(TSLocale* handle, double value, char* destination, in
             write(*locale, value, destination, size - asked.terminated, options);
         if (asked.terminated)
             destination[written.count] = 0;
-        locale->lastError = written.code;
+        TS_STORE(locale->lastError, written.code, "Not all of the amount was written, err = %d");
         TS_RETURN(written.count + asked.terminated);
     }
 
@@ -64,6 +64,7 @@ int32_t TSCurrencyToString(TSLocale* handle, double value, char* destination, in
     const auto handed = vlx::withPlainForm(*locale, [&](const auto& form) {
         return text.handOver(form, 0, written.count, destination, size, asked.terminated);
     });
-    locale->lastError = handed.whole ? written.code : TS_ERR_BUFFER;
+    TS_STORE(locale->lastError, handed.whole ? written.code : TS_ERR_BUFFER,
+             "Not all of the amount was written, err = %d");
     TS_RETURN(handed.characters);
 }

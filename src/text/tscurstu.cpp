@@ -27,6 +27,6 @@ int32_t TSCurrencyToStringU(TSLocale* handle, double value, TSChar16* destinatio
         vlx::putMoney(money, signs, destination, size - asked.terminated, vlx::kWholeUnits);
     if (asked.terminated)
         destination[written.count] = 0;
-    locale->lastError = written.code;
+    TS_STORE(locale->lastError, written.code, "Not all of the amount was written, err = %d");
     TS_RETURN(written.count + asked.terminated);
 }

@@ -28,6 +28,6 @@ int32_t TSCurrencyToStringW(TSLocale* handle, double value, TSChar32* destinatio
         vlx::putMoney(money, signs, destination, size - asked.terminated, vlx::kWholeUnits);
     if (asked.terminated)
         destination[written.count] = 0;
-    locale->lastError = written.code;
+    TS_STORE(locale->lastError, written.code, "Not all of the amount was written, err = %d");
     TS_RETURN(written.count + asked.terminated);
 }

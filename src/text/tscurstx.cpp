@@ -71,15 +71,19 @@ int32_t TSCurrencyToStringEx(TSLocale* handle, double value, char* destination, 
         bool whole = write(*locale, value, output, options);
         if (asked.terminated)
             whole = output.terminate() && whole;
-        locale->lastError = whole ? TS_ERR_NONE : TS_ERR_BUFFER;
+        TS_STORE(locale->lastError, whole ? TS_ERR_NONE : TS_ERR_BUFFER,
+                 "Not all of the amount was written, err = %d");
         TS_RETURN(output.count());
     }
 
     vlx::CountedText text(size);
     vlx::ShiftedOutput output(*locale, text.bytes(), state, text.size() - asked.terminated);
-    const bool whole = write(*locale, value, output, options);
+    bool whole = write(*locale, value, output, options);
+    if (asked.terminated) // what fills the buffer gives way for the shift byte here, too
+        whole = output.close() && whole;
     const auto handed = text.handOver(vlx::ShiftForm{locale->codePage}, state, output.count(),
                                       destination, size, asked.terminated);
-    locale->lastError = whole && handed.whole ? TS_ERR_NONE : TS_ERR_BUFFER;
+    TS_STORE(locale->lastError, whole && handed.whole ? TS_ERR_NONE : TS_ERR_BUFFER,
+             "Not all of the amount was written, err = %d");
     TS_RETURN(handed.characters);
 }

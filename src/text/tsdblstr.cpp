@@ -21,6 +21,6 @@ int32_t TSDoubleToString(TSLocale* handle, double value, char* destination, int3
     const int32_t result = asked.counted && written.count > 0
                                ? TSNumChars(locale, destination, written.count, 0)
                                : written.count;
-    locale->lastError = written.code;
+    TS_STORE(locale->lastError, written.code, "Not all of the number was written, err = %d");
     TS_RETURN(result);
 }

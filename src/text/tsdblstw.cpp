@@ -17,6 +17,6 @@ int32_t TSDoubleToStringW(TSLocale* handle, double value, TSChar32* destination,
     const vlx::DoubleText<TSChar32> text(vlx::PackedReader{*locale, asked.ofObject}, signs, value);
     const vlx::Written written = vlx::putDouble(text, signs, value < 0, destination, 0,
                                                 size - asked.terminated, asked.terminated);
-    locale->lastError = written.code;
+    TS_STORE(locale->lastError, written.code, "Not all of the number was written, err = %d");
     TS_RETURN(written.count);
 }

@@ -32,6 +32,6 @@ int32_t TSDoubleToStringEx(TSLocale* handle, double value, char* destination, in
     const int32_t result = asked.counted && written.count > 0
                                ? TSNumChars(locale, destination, written.count, 0)
                                : written.count;
-    locale->lastError = written.code;
+    TS_STORE(locale->lastError, written.code, "Not all of the number was written, err = %d");
     TS_RETURN(result);
 }

@@ -22,6 +22,6 @@ int32_t TSLongToString(TSLocale* handle, int32_t value, char* destination, int32
     const vlx::Written written = vlx::putLong(vlx::PlainReader{*locale, asked.ofObject}, signs,
                                               value, (options & TS_OPT_UNSIGNED) != 0, destination,
                                               size - asked.terminated, asked.terminated, roomFor);
-    locale->lastError = written.code;
+    TS_STORE(locale->lastError, written.code, "Not all of the number was written, err = %d");
     TS_RETURN(written.count); // every character is one byte
 }

@@ -17,6 +17,6 @@ int32_t TSLongToStringU(TSLocale* handle, int32_t value, TSChar16* destination, 
         vlx::putLong(vlx::UnicodeReader{*locale, asked.ofObject}, vlx::kAsciiSigns, value,
                      (options & TS_OPT_UNSIGNED) != 0, destination, size - asked.terminated,
                      asked.terminated, vlx::kSameRoom);
-    locale->lastError = written.code;
+    TS_STORE(locale->lastError, written.code, "Not all of the number was written, err = %d");
     TS_RETURN(written.count);
 }

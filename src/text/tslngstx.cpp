@@ -35,6 +35,6 @@ int32_t TSLongToStringEx(TSLocale* handle, int32_t value, char* destination, int
     const auto bytes = static_cast<int32_t>(at - destination) + written.count;
     const int32_t result =
         asked.counted ? TSNumCharsEx(locale, destination, state, bytes, 0) : bytes;
-    locale->lastError = written.code;
+    TS_STORE(locale->lastError, written.code, "Not all of the number was written, err = %d");
     TS_RETURN(result);
 }

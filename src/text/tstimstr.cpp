@@ -28,7 +28,7 @@ int32_t TSTimeToString(TSLocale* handle, const TSTimeFields* time, char* destina
             *locale, [&](const auto& form) { return write(form, destination, size); });
         if (asked.terminated)
             destination[written.count] = 0;
-        locale->lastError = written.code;
+        TS_STORE(locale->lastError, written.code, "Not all of the time was written, err = %d");
         TS_RETURN(written.count + asked.terminated);
     }
 
@@ -39,6 +39,6 @@ int32_t TSTimeToString(TSLocale* handle, const TSTimeFields* time, char* destina
         code = written.code;
         return text.handOver(form, 0, written.count, destination, size, asked.terminated);
     });
-    locale->lastError = code;
+    TS_STORE(locale->lastError, code, "Not all of the time was written, err = %d");
     TS_RETURN(handed.characters);
 }

@@ -20,6 +20,6 @@ int32_t TSTimeToStringU(TSLocale* handle, const TSTimeFields* time, TSChar16* de
         size - asked.terminated);
     if (asked.terminated)
         destination[written.count] = 0;
-    locale->lastError = written.code;
+    TS_STORE(locale->lastError, written.code, "Not all of the time was written, err = %d");
     TS_RETURN(written.count + asked.terminated);
 }

@@ -121,15 +121,17 @@ int32_t TSTimeToStringEx(TSLocale* handle, const TSTimeFields* time, char* desti
         const int32_t code = write(output);
         if (asked.terminated)
             output.written().terminate();
-        locale->lastError = code;
+        TS_STORE(locale->lastError, code, "Not all of the time was written, err = %d");
         TS_RETURN(output.written().count());
     }
 
     vlx::CountedText counted(size);
     ShiftTimeOutput output(call, counted.bytes(), state, counted.size() - asked.terminated);
     const int32_t code = write(output);
+    if (asked.terminated) // what fills the buffer gives way for the shift byte here, too
+        output.written().close();
     const auto handed = counted.handOver(form, state, output.written().count(), destination, size,
                                          asked.terminated);
-    locale->lastError = code;
+    TS_STORE(locale->lastError, code, "Not all of the time was written, err = %d");
     TS_RETURN(handed.characters);
 }

@@ -331,9 +331,9 @@ Outcome currencyToString(const TextLocale& locale, Member member, double value,
         for (std::size_t i = 0; fitted && layout[i] != 'V'; ++i)
             fitted = writer.putPiece(money.piece(layout[i]));
         fitted = fitted && writer.putReversed(reversed);
-        if (!checked.counted && checked.terminated)
+        if (checked.terminated)
             fitted = writer.terminate() && fitted;
-        count = writer.count();
+        count = writer.count() - (checked.counted && checked.terminated ? 1 : 0);
     } else {
         fitted = putAmount(locale, member, money, reversed, memory, size, count);
         if (!checked.counted && checked.terminated)

@@ -389,13 +389,14 @@ Outcome timeToString(const TextLocale& locale, Member member, const TimeFields& 
     Writer writer(locale, member, time, (options & kObjectValue) != 0,
                   counted ? local : target.memory, 0, target.state, size, 0);
     const std::int32_t error = length > 0 ? writer.write(pattern.text, length, pattern.state) : 0;
-    if (!counted) {
-        if (terminated)
-            writer.terminate();
+    if (terminated)
+        writer.terminate();
+    if (!counted)
         return {writer.count_, error};
-    }
 
-    const Outcome handed = handOver(locale, member, local, writer.count_, target, terminated);
+    // The local text is counted off without its terminator.
+    const std::int32_t localLength = writer.count_ - (terminated ? 1 : 0);
+    const Outcome handed = handOver(locale, member, local, localLength, target, terminated);
     return {handed.result, error};
 }
 

@@ -243,6 +243,22 @@ TEST(TimeToString, CopiesLongCharactersWhole)
     EXPECT_EQ(Formatted(spec).time(kTime, "a\x81"), (Written{"a", 1, TS_ERR_DIRECTIVE}));
 }
 
+// A name is copied as a string is, by the table of lengths alone.
+TEST(TimeToString, ANameEndsBeforeACharacterThatItDoesNotHold)
+{
+    for (const PageShape shape : {PageShape::kDoubleByte, PageShape::kStateful2}) {
+        LocaleSpec spec = LocaleSpec::builtin();
+        spec.shape = shape;
+        Formatted locale(spec);
+        locale.locale.page.lead('y', 2).build();
+        setCodePageFlags(locale.record());
+        EXPECT_EQ(locale.time(kTime, "%A"), (Written{"Monda", 5, 0}));
+        EXPECT_EQ(locale.time(kTime, "%A", 0, 6), (Written{"Monda", 5, 0}));
+        EXPECT_EQ(locale.time(kTime, "%A.%A", TS_OPT_TERMINATE),
+                  (Written{bytes("Monda.Monda\0"), 12, 0}));
+    }
+}
+
 TEST(TimeToStringEx, FollowsStates)
 {
     LocaleSpec spec = LocaleSpec::builtin();
@@ -304,6 +320,25 @@ TEST(TimeToStringEx, CountedTextEndsBehindACharacter)
     EXPECT_EQ(counted(2, 0), (std::pair(2, bytes("a\x0E\x41\x43~~"))));
     EXPECT_EQ(counted(2, TS_OPT_TERMINATE), (std::pair(2, bytes("a\0~~~~"))));
     EXPECT_EQ(counted(3, TS_OPT_TERMINATE), (std::pair(3, bytes("a\x0E\x41\x43\x0F\0"))));
+}
+
+// The local buffer of 512 bytes is terminated before its characters are counted off.
+TEST(TimeToStringEx, CountedTextThatFillsItsBufferLosesACharacterForTheShiftByte)
+{
+    LocaleSpec spec = LocaleSpec::builtin();
+    spec.shape = PageShape::kStateful2;
+    Formatted locale(spec);
+    std::string pattern = "\x0E";
+    for (int i = 0; i < 300; ++i)
+        pattern += "\x41\x43";
+    const auto counted = [&](std::uint32_t options) {
+        char text[600] = {};
+        return TSTimeToStringEx(locale.handle(), &kTime, text, 0, 290, pattern.c_str(), 0, -1,
+                                options | TS_OPT_CHAR_COUNT);
+    };
+    EXPECT_EQ(counted(0), 255);
+    EXPECT_EQ(counted(TS_OPT_TERMINATE), 254 + 1);
+    EXPECT_EQ(locale.record().lastError, TS_ERR_BUFFER);
 }
 
 TEST(TimeToStringUnits, ClassPackedValuesByTheirLowByte)
