@@ -91,7 +91,7 @@ class Translation {
     // A positive input length in characters becomes bytes.
     void measureCharacters()
     {
-        if (!to_.counted || length_ <= 0)
+        if (!to_.counted || length_ <= 0 || !input_)
             return;
         if (source_.kind == Kind::kRaw)
             length_ *= 2;

@@ -32,6 +32,17 @@ TEST_F(FacadeIds, APairIsALanguageAndATerritory)
     EXPECT_EQ(get(2, 31), "German_Germany.US@Book");
 }
 
+TEST_F(FacadeIds, TheLowHalfOfAPairIsTheLanguage)
+{
+    EXPECT_EQ(IdPair(0x00010002).language, 2);
+    EXPECT_EQ(IdPair(0x00010002).territory, 1);
+    LocaleDirectory directory = facadeDirectory();
+    stop();
+    directory.add(TerritorySpec{.id = 1, .name = "First"});
+    start(directory);
+    EXPECT_EQ(get(0x00010002, 0), "German_First.Latin1@Book");
+}
+
 TEST_F(FacadeIds, NoIdsAreTheLanguageEnglishAndItsDefaults)
 {
     EXPECT_EQ(get(0, 0), "English_America.US@Plain");

@@ -1,5 +1,6 @@
 // The start of the process and of threads.
 #include "facade/facade_fixture.hpp"
+#include "host/host.hpp"
 
 namespace vlx::test {
 namespace {
@@ -28,6 +29,14 @@ TEST_F(FacadeStart, WithoutItsVariableTheLibrarySearchesAsEver)
     Trace::setMask(TRC1_START);
     start();
     EXPECT_TRUE(Trace::printed("Unable to determine location of locale definitions\n"));
+    EXPECT_EQ(nameOf(NLS1_PrivateFunction_GetThreadLocale()), "Japanese_Nippon.Double@Binary");
+}
+
+TEST_F(FacadeStart, WithoutAnyVariableTheDefaultPathIsTaken)
+{
+    facadeDirectory().put(host::kDefaultDirectory);
+    MemoryHost::setEnvironment("TS_LANG", "Japanese");
+    start();
     EXPECT_EQ(nameOf(NLS1_PrivateFunction_GetThreadLocale()), "Japanese_Nippon.Double@Binary");
 }
 

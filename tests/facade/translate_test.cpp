@@ -49,6 +49,13 @@ TEST_F(Translate, NullTextsThatAreNeededAre2)
     EXPECT_EQ(error_, 0u);
     EXPECT_EQ(NLS1_TranslateString(kLatin, output, 4, kUs, nullptr, 0, &consumed_, 0, &error_), 0);
     EXPECT_EQ(error_, 0u);
+    for (const std::uint32_t source : {kRaw, kUs, kDouble, kShift}) { // nor is a length measured
+        EXPECT_EQ(NLS1_TranslateString(kLatin, nullptr, 0, source, nullptr, 2, &consumed_,
+                                       TS_OPT_CHAR_COUNT, &error_),
+                  0);
+        EXPECT_EQ(error_, 0u);
+        EXPECT_EQ(consumed_, 0u);
+    }
 }
 
 TEST_F(Translate, IdsCountByTheirLow16Bits)

@@ -1,6 +1,7 @@
 // `vlx ids`: the numeric ids of locale objects and their names, through the facade.
 #include <array>
 #include <charconv>
+#include <optional>
 #include <vector>
 
 #include "commands.hpp"
@@ -30,12 +31,26 @@ std::int32_t idOf(std::size_t type, const std::string& name, std::int32_t& code)
 // The name of an id; empty if there is none.
 std::string nameOf(std::size_t type, std::int32_t id)
 {
+    if (type == TS_OBJ_SORT && id == 0)
+        return "Binary"; // which is no object and has no name of its own
     constexpr std::int32_t (*kGet[kTypes])(std::int32_t, char*, std::int32_t) = {
         NLS1_GetLanguageName, NLS1_GetTerritoryName, NLS1_GetCodepageName, NLS1_GetSortName};
     std::array<char, 64> name{};
     return kGet[type](id, name.data(), static_cast<std::int32_t>(name.size())) == TS_ERR_NONE
                ? name.data()
                : std::string();
+}
+
+// The part of a number that is an id of the type: a pair has a language and a territory. None for a
+// number that is no id.
+std::optional<std::int32_t> partOf(std::size_t type, std::int32_t number)
+{
+    constexpr std::int32_t kBase = 65536;
+    if (number < 0 || (number >= kBase && type != TS_OBJ_LANGUAGE && type != TS_OBJ_TERRITORY))
+        return std::nullopt;
+    if (number < kBase)
+        return number;
+    return type == TS_OBJ_LANGUAGE ? number % kBase : number / kBase;
 }
 
 // What one argument means in a type: an id, a name or an alias.
@@ -45,14 +60,15 @@ std::vector<Row> rowsOf(std::size_t type, const std::string& word)
     const char* const end = word.data() + word.size();
     if (const auto [stop, error] = std::from_chars(word.data(), end, id);
         error == std::errc{} && stop == end) {
-        const std::string name = nameOf(type, id);
-        return name.empty() ? std::vector<Row>() : std::vector<Row>{{type, id, name, ""}};
+        const std::optional<std::int32_t> part = partOf(type, id);
+        const std::string name = part ? nameOf(type, *part) : std::string();
+        return name.empty() ? std::vector<Row>() : std::vector<Row>{{type, *part, name, ""}};
     }
     std::int32_t code = TS_ERR_NONE;
     id = idOf(type, word, code);
     if (code != TS_ERR_NONE)
         return {};
-    const std::string name = id == 0 ? "Binary" : nameOf(type, id);
+    const std::string name = nameOf(type, id);
     std::int32_t again = TS_ERR_NONE;
     const bool alias = !std::equal(word.begin(), word.end(), name.begin(), name.end(),
                                    [](unsigned char left, unsigned char right) {

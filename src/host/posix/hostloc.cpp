@@ -77,9 +77,10 @@ bool copyText(const char* from, char* text, std::uint32_t size)
 
 bool putNumber(char number, char* text, std::uint32_t size)
 {
-    if (number < 0 || number == CHAR_MAX) // not told
+    const int value = static_cast<signed char>(number); // whatever a char is on this machine
+    if (value < 0 || number == CHAR_MAX)                // not told
         return false;
-    const int length = std::snprintf(text, size, "%d", number);
+    const int length = std::snprintf(text, size, "%d", value);
     return length > 0 && static_cast<std::uint32_t>(length) < size;
 }
 

@@ -74,6 +74,17 @@ TEST_F(Ids, NamesIdsAndAliasesInBothDirections)
     EXPECT_EQ(vlx("ids CP1252").out, "codepage    1252  MS1252  (alias CP1252)\n");
     EXPECT_EQ(vlx("ids binary").out, "sort           0  Binary\n");
     EXPECT_THAT(vlx("ids 1").out, HasSubstr("language       1  English\n"));
+    EXPECT_EQ(vlx("ids 0").out, "sort           0  Binary\n");
+}
+
+TEST_F(Ids, APairIsALanguageAndATerritory)
+{
+    EXPECT_EQ(vlx("ids 18087938").out, // 276 * 65536 + 2
+              "language       2  German\nterritory    276  Germany\n");
+    const Outcome outcome = vlx("ids 66788 --type codepage"); // 65536 + 1252
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(vlx("ids -- -1").status, 1);
 }
 
 TEST_F(Ids, WithoutWordsEverythingIsListed)
