@@ -255,7 +255,9 @@ class QuickComparison {
                     const Text<Form>& text2, const SameStart<Form>& same)
         : form_(form), sort_(sort), side1_(form, sort, textBehind(text1, same.skipped)),
           side2_(form, sort, textBehind(text2, same.skipped)), start1_(text1), start2_(text2),
-          measured_(text1.at + same.measured)
+          measured_(text1.at + same.measured), isWithout4_(sort.traits.isWithout4),
+          movesStart_(isWithout4_ && sort.traits.forwardLevels == kAllForward &&
+                      !sort.hasContractions())
     {
     }
 
@@ -329,7 +331,7 @@ class QuickComparison {
     void skipSame()
     {
         if (side1_.text.at < measured_ ||
-            (!sort_.traits.isWithout4 && (side1_.hasExpanded || side2_.hasExpanded)))
+            (!isWithout4_ && (side1_.hasExpanded || side2_.hasExpanded)))
             return;
         const SameStart<Form> same = sameStart(form_, sort_, side1_.text, side2_.text);
         if (same.measured == 0)
@@ -343,8 +345,7 @@ class QuickComparison {
     // and a character that was read ahead can be lost: then the streams begin there, too.
     void keepStart()
     {
-        if ((difference2_ | difference3_) != 0 || !sort_.traits.isWithout4 ||
-            sort_.traits.forwardLevels != kAllForward || sort_.hasContractions())
+        if ((difference2_ | difference3_) != 0 || !movesStart_)
             return;
         start1_ = side1_.text;
         start2_ = side2_.text;
@@ -357,6 +358,8 @@ class QuickComparison {
     Text<Form> start1_;
     Text<Form> start2_;
     const typename Form::Unit* measured_; // of the first text: the end of a run that is the same
+    const bool isWithout4_;               // nothing has a level 4 weight
+    const bool movesStart_; // nothing in front of the first difference matters to the streams
     std::int32_t difference2_ = 0;
     std::int32_t difference3_ = 0;
 };

@@ -1,5 +1,4 @@
 // TSStrxfrmU: the sort key of a 16-bit string.
-
 #include "collate/key.hpp"
 
 TS_TRACE_UNIT("tsstrxfu");
