@@ -5,6 +5,8 @@
 // single-byte state, 1 in the multi-byte state, where every character has `maxCharBytes` bytes.
 #pragma once
 
+#include <algorithm>
+#include <climits>
 #include <cstdint>
 
 #include "chars/cpfile.hpp"
@@ -59,3 +61,21 @@ std::int32_t TSCpMapCharEx(const TSObject* object, const char* string, char* out
 // each character that is missing there counts as one byte.
 std::int32_t TSCpCharsToBytesWithin(const TSObject* object, const char* string, std::int32_t state,
                                     std::int32_t count, std::int32_t limit);
+
+namespace vlx {
+
+inline constexpr int kMaxCharBytes = 4;
+
+// How many bytes a walk through a trie may use that begins with `lead`. A lead of a single byte is
+// walked only for packed values, which have four bytes of room. Tries in sections of the heap did
+// not pass the check at load, or need not have: their walks count.
+inline int walkLength(const TSCodePageHeader& page, std::uint8_t lead)
+{
+    const int plain = page.charLength[lead] >= 2 ? page.charLength[lead] : kMaxCharBytes;
+    return page.cpFlags & kStateful ? std::min<int>(plain, page.maxCharBytes) : plain;
+}
+
+// Of a trie that passed the check at load, and so ends within the character by itself.
+inline constexpr int kNoLimit = INT_MAX;
+
+} // namespace vlx

@@ -16,7 +16,9 @@ class UnicodeTrie {
                                                          tsCodePage(object).leafTableOffset)
                          : nullptr),
           // A single-byte page has no trie: no value above 255 is a character.
-          root_(nodes_ ? *nodes_ : TSUnicodeNode{1, 0, 1, 0, std::uint16_t{0}})
+          root_(nodes_ ? *nodes_ : TSUnicodeNode{1, 0, 1, 0, std::uint16_t{0}}),
+          limits_(object->flags & TS_OBJ_SECTION2_HEAP ? &tsCodePage(object) : nullptr),
+          mayBePair_(!root_.isLeaf && !limits_)
     {
     }
 
@@ -26,7 +28,10 @@ class UnicodeTrie {
         if (!accepts(root_, *at))
             return kNoUnicode;
         unsigned index = root_.base + (*at & root_.mask);
+        int left = limits_ ? walkLength(*limits_, *at) : kNoLimit;
         for (bool isLeaf = root_.isLeaf; !isLeaf;) {
+            if (--left == 0)
+                return kNoUnicode;
             const TSUnicodeNode& node = nodes_[index];
             if (!accepts(node, *++at))
                 return kNoUnicode;
@@ -41,7 +46,7 @@ class UnicodeTrie {
     TSChar16 pair(const char* character) const
     {
         const auto* const at = reinterpret_cast<const std::uint8_t*>(character);
-        if (root_.isLeaf || !accepts(root_, at[0]))
+        if (!mayBePair_ || !accepts(root_, at[0]))
             return value(character);
         const TSUnicodeNode& node = nodes_[root_.base + (at[0] & root_.mask)];
         if (!node.isLeaf || !accepts(node, at[1]))
@@ -58,6 +63,9 @@ class UnicodeTrie {
     const TSUnicodeNode* const nodes_;
     const Le16* const values_;
     const TSUnicodeNode root_;
+    // Of a trie that may lead further than a character goes; null where it is used in place.
+    const TSCodePageHeader* const limits_;
+    const bool mayBePair_;
 };
 
 // The way back: from Unicode values to packed ones.
