@@ -37,8 +37,9 @@ const TSTypeRecord* walkToRecord(const TSObject* object, const char* string)
     const std::uint8_t* const section = object->sections[0];
     const auto* const nodes = reinterpret_cast<const TSTypeNode*>(section + page.typeTrieOffset);
     const TSTypeNode* node = nodes;
+    // A trie that is used in place ends by itself.
     int left = object->flags & TS_OBJ_SECTION1_HEAP ? vlx::walkLength(page, byteAt(string, 0))
-                                                    : vlx::kNoLimit;
+                                                    : vlx::kMaxCharBytes;
     while (!node->isLeaf) {
         if (--left == 0)
             return &kNoRecord;

@@ -6,7 +6,6 @@
 #pragma once
 
 #include <algorithm>
-#include <climits>
 #include <cstdint>
 
 #include "chars/cpfile.hpp"
@@ -74,8 +73,5 @@ inline int walkLength(const TSCodePageHeader& page, std::uint8_t lead)
     const int plain = page.charLength[lead] >= 2 ? page.charLength[lead] : kMaxCharBytes;
     return page.cpFlags & kStateful ? std::min<int>(plain, page.maxCharBytes) : plain;
 }
-
-// Of a trie that passed the check at load, and so ends within the character by itself.
-inline constexpr int kNoLimit = INT_MAX;
 
 } // namespace vlx

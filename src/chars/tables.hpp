@@ -24,22 +24,10 @@ class UnicodeTrie {
 
     TSChar16 value(const char* character) const
     {
-        const auto* at = reinterpret_cast<const std::uint8_t*>(character);
+        const auto* const at = reinterpret_cast<const std::uint8_t*>(character);
         if (!accepts(root_, *at))
             return kNoUnicode;
-        unsigned index = root_.base + (*at & root_.mask);
-        int left = limits_ ? walkLength(*limits_, *at) : kNoLimit;
-        for (bool isLeaf = root_.isLeaf; !isLeaf;) {
-            if (--left == 0)
-                return kNoUnicode;
-            const TSUnicodeNode& node = nodes_[index];
-            if (!accepts(node, *++at))
-                return kNoUnicode;
-            index = node.base + (*at & node.mask);
-            isLeaf = node.isLeaf;
-        }
-        // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): the object has this section
-        return values_[index];
+        return limits_ ? walk(at, Limit{walkLength(*limits_, *at)}) : walk(at, NoLimit{});
     }
 
     // value() of two bytes, which in most pages end at the second.
@@ -55,6 +43,32 @@ class UnicodeTrie {
     }
 
   private:
+    // How many bytes a walk may use.
+    struct Limit {
+        int left;
+        bool ends() { return --left == 0; }
+    };
+    struct NoLimit {
+        static bool ends() { return false; }
+    };
+
+    template <class Bytes>
+    TSChar16 walk(const std::uint8_t* at, Bytes bytes) const
+    {
+        unsigned index = root_.base + (*at & root_.mask);
+        for (bool isLeaf = root_.isLeaf; !isLeaf;) {
+            if (bytes.ends())
+                return kNoUnicode;
+            const TSUnicodeNode& node = nodes_[index];
+            if (!accepts(node, *++at))
+                return kNoUnicode;
+            index = node.base + (*at & node.mask);
+            isLeaf = node.isLeaf;
+        }
+        // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): the object has this section
+        return values_[index];
+    }
+
     static bool accepts(const TSUnicodeNode& node, std::uint8_t byte)
     {
         return byte >= node.low && byte <= node.high;
