@@ -1,5 +1,6 @@
-// The primitives of the code page object. Their tables were checked when the object was loaded: a
-// trie ends within a character's length, and no offset or index leaves its section.
+// The primitives of the code page object. Their tables were checked when the object was loaded: no
+// offset or index leaves its section, and a trie that is used in place ends within a character's
+// length.
 #include "chars/codepage.hpp"
 
 #include <algorithm>
@@ -38,8 +39,14 @@ const TSTypeRecord* walkToRecord(const TSObject* object, const char* string)
     const std::uint8_t* const section = object->sections[0];
     const auto* const nodes = reinterpret_cast<const TSTypeNode*>(section + page.typeTrieOffset);
     const TSTypeNode* node = nodes;
-    while (!node->isLeaf)
+    // A trie that is used in place ends by itself.
+    int left = object->flags & TS_OBJ_SECTION1_HEAP ? vlx::walkLength(page, byteAt(string, 0))
+                                                    : vlx::kMaxCharBytes;
+    while (!node->isLeaf) {
+        if (--left == 0)
+            return &kNoRecord;
         node = nodes + node->base + (byteAt(string++, 0) & node->mask);
+    }
     const auto* const records =
         reinterpret_cast<const TSTypeRecord*>(section + page.typeRecordsOffset);
     return records + node->base + (byteAt(string, 0) & node->mask);

@@ -5,6 +5,7 @@
 // single-byte state, 1 in the multi-byte state, where every character has `maxCharBytes` bytes.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 #include "chars/cpfile.hpp"
@@ -59,3 +60,18 @@ std::int32_t TSCpMapCharEx(const TSObject* object, const char* string, char* out
 // each character that is missing there counts as one byte. INT32_MAX stands for more than that.
 std::int32_t TSCpCharsToBytesWithin(const TSObject* object, const char* string, std::int32_t state,
                                     std::int32_t count, std::int32_t limit);
+
+namespace vlx {
+
+inline constexpr int kMaxCharBytes = 4;
+
+// How many bytes a walk through a trie may use that begins with `lead`. A lead of a single byte is
+// walked only for packed values, which have four bytes of room. Tries in sections of the heap did
+// not pass the check at load, or need not have: their walks count.
+inline int walkLength(const TSCodePageHeader& page, std::uint8_t lead)
+{
+    const int plain = page.charLength[lead] >= 2 ? page.charLength[lead] : kMaxCharBytes;
+    return page.cpFlags & kStateful ? std::min<int>(plain, page.maxCharBytes) : plain;
+}
+
+} // namespace vlx

@@ -2,14 +2,13 @@
 #include <algorithm>
 #include <cstring>
 
-#include "chars/cpfile.hpp"
+#include "chars/codepage.hpp"
 #include "frame/globals.hpp"
 #include "frame/sections.hpp"
 
 namespace vlx {
 namespace {
 
-constexpr int kMaxCharBytes = 4;
 constexpr std::uint32_t kMaxOffset = 0xFFFF;
 constexpr std::uint32_t kMaxIndex = 0xFFFF + 0xFF; // a 16-bit base and a masked byte
 
@@ -39,18 +38,9 @@ int largestIndex(std::uint8_t mask, unsigned low, unsigned high)
     return largest;
 }
 
-// How many bytes a walk may use that begins with `lead`. A lead of a single byte is walked only for
-// packed values, which have four bytes of room.
-int walkLength(const TSCodePageHeader& page, unsigned lead)
-{
-    const int plain = page.charLength[lead] >= 2 ? page.charLength[lead] : kMaxCharBytes;
-    return page.cpFlags & kStateful ? std::min<int>(plain, page.maxCharBytes) : plain;
-}
-
 // The nodes of section 2.
 struct UnicodeTrie {
     using Node = TSUnicodeNode;
-    static constexpr Node kDead{1, 0, 1, 0, std::uint16_t{0}}; // a leaf that no byte passes
 
     const std::uint8_t* nodes;
     std::uint32_t nodeBytes; // up to the end of the section
@@ -69,7 +59,6 @@ struct UnicodeTrie {
 // The nodes of character types, which have no range.
 struct TypeTrie {
     using Node = TSTypeNode;
-    static constexpr Node kDead{1, 0, std::uint16_t{0}}; // a leaf with the first record
 
     const std::uint8_t* nodes;
     std::uint32_t nodeBytes;
@@ -84,26 +73,26 @@ struct TypeTrie {
 };
 
 // Walks a trie over every input. A node that would need a byte behind the character, or that lies
-// or leads outside its section, is a fault; `mend` turns it into a dead leaf and goes on.
+// or leads outside its section, is a fault.
 template <class Trie>
 class TrieWalk {
     using Node = typename Trie::Node;
 
   public:
-    TrieWalk(const Trie& trie, bool mend) : trie_(trie), mend_(mend) {}
+    explicit TrieWalk(const Trie& trie) : trie_(trie) {}
 
-    bool run(const TSCodePageHeader& page)
+    bool isSound(const TSCodePageHeader& page)
     {
         if (!inside(0))
             return false;
         const Node root = node(0);
         if (root.isLeaf)
-            return trie_.leafFits(root) || mend(0);
-        if ((page.cpFlags & kStateful) && page.maxCharBytes == 1)
-            return mend(0);
-        for (unsigned lead = Trie::low(root); lead <= Trie::high(root); ++lead)
-            if (!visit(root.base + (lead & root.mask), walkLength(page, lead) - 1))
+            return trie_.leafFits(root);
+        for (unsigned lead = Trie::low(root); lead <= Trie::high(root); ++lead) {
+            const int length = walkLength(page, static_cast<std::uint8_t>(lead));
+            if (length == 1 || !visit(root.base + (lead & root.mask), length - 1))
                 return false;
+        }
         return true;
     }
 
@@ -121,9 +110,9 @@ class TrieWalk {
 
         const Node here = node(index);
         if (here.isLeaf)
-            return trie_.leafFits(here) || mend(index);
+            return trie_.leafFits(here);
         if (bytes == 1)
-            return mend(index);
+            return false;
         for (unsigned byte = Trie::low(here); byte <= Trie::high(here); ++byte)
             if (!visit(here.base + (byte & here.mask), bytes - 1))
                 return false;
@@ -139,16 +128,7 @@ class TrieWalk {
         return node;
     }
 
-    bool mend(unsigned index)
-    {
-        if (mend_) // the nodes stand in a block that this unit has allocated
-            std::memcpy(const_cast<std::uint8_t*>(trie_.nodes) + index * sizeof(Node), &Trie::kDead,
-                        sizeof(Node));
-        return mend_;
-    }
-
     const Trie& trie_;
-    const bool mend_;
     std::uint8_t seen_[kMaxIndex + 1] = {};
 };
 
@@ -157,13 +137,13 @@ std::uint32_t bytesFrom(const Section& section, std::uint32_t offset)
     return section.size > offset ? section.size - offset : 0;
 }
 
-bool walkTries(const LoadedSections& sections, bool mend)
+bool triesAreSound(const LoadedSections& sections)
 {
     const TSCodePageHeader& page = headerOf(sections[0]);
     if (sections[1].data) {
         const UnicodeTrie trie{sections[1].data, sections[1].size,
                                bytesFrom(sections[1], page.leafTableOffset)};
-        if (!TrieWalk(trie, mend).run(page))
+        if (!TrieWalk(trie).isSound(page))
             return false;
     }
     if (page.typeTrieOffset == 0)
@@ -171,7 +151,7 @@ bool walkTries(const LoadedSections& sections, bool mend)
     const TypeTrie trie{sections[0].data + page.typeTrieOffset,
                         bytesFrom(sections[0], page.typeTrieOffset),
                         bytesFrom(sections[0], page.typeRecordsOffset)};
-    return TrieWalk(trie, mend).run(page);
+    return TrieWalk(trie).isSound(page);
 }
 
 // The rule of UTF-8 reads three bytes from a lead of 0xE0 on, two from others.
@@ -234,9 +214,11 @@ bool codePageIsSound(std::uint16_t id, const LoadedSections& sections)
             return unicodePageIsSound(entry, sections);
         }))
         return false;
-    return walkTries(sections, false);
+    return triesAreSound(sections);
 }
 
+// The tries stay as they are, and all of their indexes lead into the block: walks in a section of
+// the heap end with the character.
 bool padCodePage(std::uint16_t id, const LoadedSections& sections, LoadedSections& copy)
 {
     for (int i = 0; i < TSObjHeader::kMaxSections; ++i) {
@@ -259,7 +241,7 @@ bool padCodePage(std::uint16_t id, const LoadedSections& sections, LoadedSection
     for (TSUnicodePage& entry : page.unicodePages)
         if (entry.kind >= kPageKinds)
             entry = {kPageByte, 0, 1, 0, std::uint16_t{0}, std::uint16_t{0}}; // maps nothing
-    return walkTries(copy, true);
+    return true;
 }
 
 } // namespace vlx

@@ -16,17 +16,49 @@ class UnicodeTrie {
                                                          tsCodePage(object).leafTableOffset)
                          : nullptr),
           // A single-byte page has no trie: no value above 255 is a character.
-          root_(nodes_ ? *nodes_ : TSUnicodeNode{1, 0, 1, 0, std::uint16_t{0}})
+          root_(nodes_ ? *nodes_ : TSUnicodeNode{1, 0, 1, 0, std::uint16_t{0}}),
+          limits_(object->flags & TS_OBJ_SECTION2_HEAP ? &tsCodePage(object) : nullptr),
+          mayBePair_(!root_.isLeaf && !limits_)
     {
     }
 
     TSChar16 value(const char* character) const
     {
-        const auto* at = reinterpret_cast<const std::uint8_t*>(character);
+        const auto* const at = reinterpret_cast<const std::uint8_t*>(character);
         if (!accepts(root_, *at))
             return kNoUnicode;
+        return limits_ ? walk(at, Limit{walkLength(*limits_, *at)}) : walk(at, NoLimit{});
+    }
+
+    // value() of two bytes, which in most pages end at the second.
+    TSChar16 pair(const char* character) const
+    {
+        const auto* const at = reinterpret_cast<const std::uint8_t*>(character);
+        if (!mayBePair_ || !accepts(root_, at[0]))
+            return value(character);
+        const TSUnicodeNode& node = nodes_[root_.base + (at[0] & root_.mask)];
+        if (!node.isLeaf || !accepts(node, at[1]))
+            return value(character);
+        return values_[node.base + (at[1] & node.mask)];
+    }
+
+  private:
+    // How many bytes a walk may use.
+    struct Limit {
+        int left;
+        bool ends() { return --left == 0; }
+    };
+    struct NoLimit {
+        static bool ends() { return false; }
+    };
+
+    template <class Bytes>
+    TSChar16 walk(const std::uint8_t* at, Bytes bytes) const
+    {
         unsigned index = root_.base + (*at & root_.mask);
         for (bool isLeaf = root_.isLeaf; !isLeaf;) {
+            if (bytes.ends())
+                return kNoUnicode;
             const TSUnicodeNode& node = nodes_[index];
             if (!accepts(node, *++at))
                 return kNoUnicode;
@@ -37,19 +69,6 @@ class UnicodeTrie {
         return values_[index];
     }
 
-    // value() of two bytes, which in most pages end at the second.
-    TSChar16 pair(const char* character) const
-    {
-        const auto* const at = reinterpret_cast<const std::uint8_t*>(character);
-        if (root_.isLeaf || !accepts(root_, at[0]))
-            return value(character);
-        const TSUnicodeNode& node = nodes_[root_.base + (at[0] & root_.mask)];
-        if (!node.isLeaf || !accepts(node, at[1]))
-            return value(character);
-        return values_[node.base + (at[1] & node.mask)];
-    }
-
-  private:
     static bool accepts(const TSUnicodeNode& node, std::uint8_t byte)
     {
         return byte >= node.low && byte <= node.high;
@@ -58,6 +77,9 @@ class UnicodeTrie {
     const TSUnicodeNode* const nodes_;
     const Le16* const values_;
     const TSUnicodeNode root_;
+    // Of a trie that may lead further than a character goes; null where it is used in place.
+    const TSCodePageHeader* const limits_;
+    const bool mayBePair_;
 };
 
 // The way back: from Unicode values to packed ones.

@@ -24,20 +24,22 @@ bool isSpace(char byte)
     return std::isspace(static_cast<unsigned char>(byte)) != 0;
 }
 
-// One token of a line, not terminated.
+// One token of a line.
 struct Token {
     const char* text;
     std::size_t length;
 
-    int shown() const { return static_cast<int>(length); } // for "%.*s"
+    int shown() const { return static_cast<int>(length); } // for "%d"
 };
 
-// Takes the next token from `line`; a length of 0 is none.
-Token nextToken(const char*& line)
+// Takes the next token from `line` and terminates it; a length of 0 is none.
+Token nextToken(char*& line)
 {
     line += std::strspn(line, " \t\n");
     const Token token{line, std::strcspn(line, " \t\n")};
     line += token.length;
+    if (*line)
+        *line++ = 0;
     return token;
 }
 
@@ -51,8 +53,8 @@ class AliasReader {
             upper_[byte] = static_cast<char>(std::toupper(byte));
     }
 
-    // False stops the reading.
-    bool line(const char* line);
+    // False stops the reading. The line is taken apart.
+    bool line(char* line);
 
   private:
     bool beginEntry(const char* line, Token name);
@@ -65,13 +67,13 @@ class AliasReader {
     char upper_[UCHAR_MAX + 1]; // by the process's locale
 };
 
-bool AliasReader::line(const char* line)
+bool AliasReader::line(char* line)
 {
     if (*line == '#' || line[std::strspn(line, " \t\r\n")] == 0)
         return true;
     if (inEntry_ && !isSpace(*line))
         inEntry_ = false;
-    const char* at = line;
+    char* at = line;
     Token token = nextToken(at);
     if (token.length == 0)
         return true;
@@ -89,13 +91,12 @@ bool AliasReader::line(const char* line)
 bool AliasReader::beginEntry(const char* line, Token name)
 {
     if (isSpace(*line)) {
-        TS_PRINT(TRC1_ERRORS, "Codepage name %.*s does not start in column 1", name.shown(),
-                 name.text);
+        TS_PRINT(TRC1_ERRORS, "Codepage name %s does not start in column 1", name.text);
         return false;
     }
     if (name.length > TSAliasNode::kMaxName) {
-        TS_PRINT(TRC1_ERRORS, "codepage name length (%d) for %.*s exceeds maximum of %d",
-                 name.shown(), name.shown(), name.text, TSAliasNode::kMaxName);
+        TS_PRINT(TRC1_ERRORS, "codepage name length (%d) for %s exceeds maximum of %d",
+                 name.shown(), name.text, TSAliasNode::kMaxName);
         return false;
     }
     std::memcpy(codePage_, name.text, name.length);
@@ -109,17 +110,17 @@ bool AliasReader::addAlias(Token alias)
 {
     if (alias.length > TSAliasNode::kMaxAlias) {
         // Deliberate: the message names the limit of code page names, not that of aliases.
-        TS_PRINT(TRC1_ERRORS, "Alias name length (%d) for %.*s exceeds maximum of %d",
-                 alias.shown(), alias.shown(), alias.text, TSAliasNode::kMaxName);
+        TS_PRINT(TRC1_ERRORS, "Alias name length (%d) for %s exceeds maximum of %d", alias.shown(),
+                 alias.text, TSAliasNode::kMaxName);
         return false;
     }
     auto* const node = static_cast<TSAliasNode*>(vlx::allocateObject(sizeof(TSAliasNode)));
     if (!node) {
-        TS_PRINT(TRC1_ERRORS, "Unable to allocate %d bytes for codepage %s, alias %.*s",
-                 static_cast<int>(sizeof(TSAliasNode)), codePage_, alias.shown(), alias.text);
+        TS_PRINT(TRC1_ERRORS, "Unable to allocate %d bytes for codepage %s, alias %s",
+                 static_cast<int>(sizeof(TSAliasNode)), codePage_, alias.text);
         return false;
     }
-    TS_PRINT(TRC1_DETAIL, "Processing alias '%.*s'", alias.shown(), alias.text);
+    TS_PRINT(TRC1_DETAIL, "Processing alias '%s'", alias.text);
     node->next = nullptr;
     std::memcpy(node->codePageName, codePage_, sizeof codePage_);
     for (std::size_t i = 0; i < alias.length; ++i)

@@ -1,5 +1,6 @@
 #include "frame/objman.hpp"
 
+#include <algorithm>
 #include <cstring>
 
 #include "frame/alias.hpp"
@@ -33,6 +34,19 @@ TSObject* withData(TSObjManager* manager, TSObject* object, std::int32_t noLoad,
         return TSLoadObject(manager, object, code);
     return object;
 }
+
+// A name with a terminator, for a message; a long one is cut.
+struct ShownName {
+    ShownName(const char* name, std::int32_t length)
+    {
+        const auto size = static_cast<std::size_t>(std::clamp(length, 0, kMost));
+        std::memcpy(text, name, size);
+        text[size] = 0;
+    }
+
+    static constexpr std::int32_t kMost = 127;
+    char text[kMost + 1];
+};
 
 // `length` may count a terminator, which then has to stand there.
 bool nameMatches(const TSObject& object, std::uint16_t type, const char* name, std::size_t length)
@@ -102,7 +116,7 @@ TSObject* TSGetObjFromName(TSObjManager* manager, std::uint16_t type, const char
     TS_TRACE(TSGetObjFromName);
     *code = TS_ERR_NONE;
     TSObject* const none = nullptr;
-    TS_PRINT(TRC1_INPUTS, "Searching for type %d, name %.*s", type, length, name);
+    TS_PRINT(TRC1_INPUTS, "Searching for type %d, name %s", type, ShownName(name, length).text);
     const auto size = static_cast<std::size_t>(length < 0 ? 0 : length);
     if (type == TS_OBJ_SORT && isBinarySort(name, size))
         TS_RETURN(none);

@@ -55,12 +55,13 @@ class ContentWriter {
         return offset + kUnit <= from_.size ? wordAt(from_, offset) : std::uint16_t{0};
     }
 
-    // Appends the text that a word points to, cut to the room that is left less `reserve`.
-    void text(int index, std::uint32_t reserve)
+    // Appends the text that a word points to, of `most` units, cut to the room that is left less
+    // `reserve`.
+    void text(int index, std::uint32_t reserve, std::uint32_t most = kMaxContent)
     {
         const std::uint32_t offset = word(index);
         const std::uint32_t room = (kMaxContent - reserve - used_) / kUnit - 1;
-        const std::uint32_t length = std::min(textLength(from_, offset), room);
+        const std::uint32_t length = std::min({textLength(from_, offset), most, room});
         if (length > 0)
             std::memcpy(padded_ + used_, from_.data + offset, length * kUnit);
         mark(index);
@@ -158,7 +159,12 @@ bool rebuildTerritory(const Section& section, Section& copy)
         return false;
     for (int i = 0; i < TSTerritoryContent::kTexts; ++i) {
         const int behind = TSTerritoryContent::kTexts - 1 - i;
-        writer.text(TSTerritoryContent::kFirstText + i, static_cast<std::uint32_t>(behind) * kUnit);
+        const int index = TSTerritoryContent::kFirstText + i;
+        // A text without a terminator ends where the next one begins, if it stands behind it.
+        const std::uint32_t begin = writer.word(index);
+        const std::uint32_t end = writer.word(index + 1);
+        writer.text(index, static_cast<std::uint32_t>(behind) * kUnit,
+                    end > begin ? (end - begin) / kUnit : kMaxContent);
     }
     writer.mark(kTerritoryEnd);
     copy = {writer.block(), kMaxContent, true};

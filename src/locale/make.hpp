@@ -62,12 +62,9 @@ class LocaleMaker {
         return object;
     }
 
-    bool found(const TSObject* object, const char* what, std::int32_t codeIfNotListed)
+    // Ends a step without its object.
+    bool fail(std::int32_t codeIfNotListed)
     {
-        if (object)
-            return true;
-        if (tracesErrors())
-            TRC1_Printf(trace_->record(), __LINE__, "Unable to locate %s, rc = %d", what, code_);
         if (code_ != TS_ERR_MEMORY)
             code_ = code_ == TS_ERR_NOT_FOUND ? codeIfNotListed : TS_ERR_NO_OBJECTS;
         return false;
@@ -79,8 +76,12 @@ class LocaleMaker {
         if (!byName(TS_OBJ_LANGUAGE, parts_.upTo("_.@"), locale_.language))
             locale_.language = TSGetObjFromName(manager(), TS_OBJ_LANGUAGE, kDefault,
                                                 sizeof kDefault - 1, 0, &code_);
-        if (!found(locale_.language, "language", TS_ERR_LANGUAGE))
-            return false;
+        if (!locale_.language) {
+            if (tracesErrors())
+                TRC1_Printf(trace_->record(), __LINE__, "Unable to locate language, rc = %d",
+                            code_);
+            return fail(TS_ERR_LANGUAGE);
+        }
         dumpLanguage();
         return true;
     }
@@ -89,15 +90,23 @@ class LocaleMaker {
     {
         if (!byName(TS_OBJ_TERRITORY, part('_', ".@"), locale_.territory))
             locale_.territory = byId(TS_OBJ_TERRITORY, language().defaultTerritory);
-        return found(locale_.territory, "territory", TS_ERR_TERRITORY);
+        if (locale_.territory)
+            return true;
+        if (tracesErrors())
+            TRC1_Printf(trace_->record(), __LINE__, "Unable to locate territory, rc = %d", code_);
+        return fail(TS_ERR_TERRITORY);
     }
 
     bool findCodePage()
     {
         if (!byName(TS_OBJ_CODEPAGE, part('.', "@"), locale_.codePage))
             locale_.codePage = byId(TS_OBJ_CODEPAGE, language().defaultCodePage);
-        if (!found(locale_.codePage, "code page", TS_ERR_CODEPAGE))
-            return false;
+        if (!locale_.codePage) {
+            if (tracesErrors())
+                TRC1_Printf(trace_->record(), __LINE__, "Unable to locate code page, rc = %d",
+                            code_);
+            return fail(TS_ERR_CODEPAGE);
+        }
         setCodePageFlags(locale_);
         return true;
     }
@@ -108,8 +117,11 @@ class LocaleMaker {
         if (!byName(TS_OBJ_SORT, part('@', ""), locale_.sort))
             locale_.sort =
                 TSGetObjFromID(manager(), TS_OBJ_SORT, language().defaultSort, 0, &code_);
-        if (!locale_.sort && code_ != TS_ERR_NONE)
-            return found(locale_.sort, "sort", TS_ERR_SORT);
+        if (!locale_.sort && code_ != TS_ERR_NONE) {
+            if (tracesErrors())
+                TRC1_Printf(trace_->record(), __LINE__, "Unable to locate sort, rc = %d", code_);
+            return fail(TS_ERR_SORT);
+        }
         if (!locale_.sort)
             locale_.flags |= kLocaleBinarySort;
         return true;

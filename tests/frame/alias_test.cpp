@@ -207,6 +207,24 @@ TEST_F(Alias, OfTwoAliasesEqualInAllButCaseTheFirstWins)
     EXPECT_STREQ(TSGetCodepageFromAlias(&manager(), "Same"), "Page");
 }
 
+TEST_F(Alias, MessagesHaveTheFormatsThatServicesKnowThemBy)
+{
+    const auto has = [](std::string_view format) {
+        const std::vector<TraceRecord> records = Trace::records();
+        return std::any_of(records.begin(), records.end(),
+                           [format](const TraceRecord& record) { return record.format == format; });
+    };
+    listOf("Page one " + std::string(65, 'a') + "\n");
+    EXPECT_TRUE(has("Processing codepage '%s'"));
+    EXPECT_TRUE(has("Processing alias '%s'"));
+    EXPECT_TRUE(has("Saved alias %s, length = %d"));
+    EXPECT_TRUE(has("Alias name length (%d) for %s exceeds maximum of %d"));
+    listOf(" Page one\n");
+    EXPECT_TRUE(has("Codepage name %s does not start in column 1"));
+    listOf(std::string(33, 'p') + " one\n");
+    EXPECT_TRUE(has("codepage name length (%d) for %s exceeds maximum of %d"));
+}
+
 TEST_F(Alias, TheStepsAreTraced)
 {
     listOf("Page one\n");

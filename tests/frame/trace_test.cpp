@@ -204,6 +204,26 @@ TEST_F(TraceTest, ALookupOfAPartSaysThatPartAlone)
     EXPECT_TRUE(said("Searching for type 3, name Plain"));
 }
 
+// A name need not be terminated, and its message has the usual format nevertheless.
+TEST_F(TraceTest, ALookupReadsNoMoreThanTheNameAndCutsALongOne)
+{
+    Trace::setMask(TRC1_INPUTS);
+    start();
+    std::int32_t code = 0;
+    const std::string name(4000, 'x');
+    Trace::clear();
+    TSGetObjFromName(&manager(), TS_OBJ_LANGUAGE, std::vector<char>(3, 'y').data(), 3, 1, &code);
+    TSGetObjFromName(&manager(), TS_OBJ_LANGUAGE, name.data(), 4000, 1, &code);
+    TSGetObjFromName(&manager(), TS_OBJ_LANGUAGE, name.data(), 0, 1, &code);
+    const std::vector<TraceRecord> records = Trace::records();
+    ASSERT_EQ(records.size(), 3U);
+    for (const TraceRecord& record : records)
+        EXPECT_EQ(record.format, "Searching for type %d, name %s");
+    EXPECT_EQ(records[0].text, "Searching for type 0, name yyy");
+    EXPECT_EQ(records[1].text, "Searching for type 0, name " + name.substr(0, 127));
+    EXPECT_EQ(records[2].text, "Searching for type 0, name ");
+}
+
 TEST_F(TraceTest, ATemporaryFileAndItsRenameAreInputs)
 {
     const auto work = [] {

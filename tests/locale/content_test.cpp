@@ -163,6 +163,17 @@ TEST_F(BadContentTest, TextWithoutATerminatorEndsWithTheFile)
     EXPECT_EQ(textsOf(makeWith(content)), usual_);
 }
 
+TEST_F(BadContentTest, TextWithoutATerminatorEndsWhereTheNextOneBegins)
+{
+    Content content = territoryContent({});
+    const std::size_t symbol = wordAt(content.data(), 15);
+    ASSERT_EQ(wordAt(content.data(), 16), symbol + 6); // two characters and the terminator
+    content[symbol + 4] = 'X';
+    std::vector<std::string> wanted = usual_;
+    wanted[1] = "T$X";
+    EXPECT_EQ(textsOf(makeWith(content)), wanted);
+}
+
 TEST_F(BadContentTest, OffsetBehindTheFileIsAnEmptyText)
 {
     Content content = territoryContent({});

@@ -28,6 +28,21 @@ class TraceTest : public WorldTest {
     }
 };
 
+// Services may know a message by its format.
+TEST_F(TraceTest, EachPartHasAMessageOfItsOwn)
+{
+    const std::pair<const char*, const char*> rows[] = {
+        {"Klingon", "Unable to locate language, rc = %d"},
+        {"German_Nowhere", "Unable to locate territory, rc = %d"},
+        {"German.None", "Unable to locate code page, rc = %d"},
+        {"German@None", "Unable to locate sort, rc = %d"}};
+    for (const auto& [name, format] : rows) {
+        traced(TRC1_ERRORS, [this, &name = name] { make(name); });
+        ASSERT_EQ(Trace::records().size(), 1U) << name;
+        EXPECT_EQ(Trace::records().front().format, format);
+    }
+}
+
 TEST_F(TraceTest, LanguageThatCannotBeLocated)
 {
     traced(TRC1_ERRORS, [&] { make("Klingon"); });

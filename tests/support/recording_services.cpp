@@ -200,6 +200,7 @@ void TRC1_Event(TRC1_FunctionRecord* record, std::int32_t line, std::int32_t kin
 void TRC1_Printf(TRC1_FunctionRecord* record, std::int32_t line, const char* format, ...)
 {
     TraceRecord print = recordOf(*record, line, TraceKind::kPrint);
+    print.format = format;
     std::va_list arguments;
     va_start(arguments, format);
     std::va_list again;

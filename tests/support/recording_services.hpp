@@ -18,6 +18,7 @@ struct TraceRecord {
     std::int32_t line = 0;
     TraceKind kind = TraceKind::kEntry;
     std::string text;                // of a print, formatted
+    std::string format;              // of a print, as it was given
     std::int64_t result = 0;         // of an exit with a result
     std::string label;               // of a dump
     std::vector<std::uint8_t> bytes; // of a dump

@@ -91,10 +91,12 @@ bool seek(File file, std::int32_t offset, Origin origin)
 
 bool size(File file, std::uint64_t& bytes)
 {
-    LARGE_INTEGER found;
-    if (GetFileSizeEx(handleOf(file), &found) == 0)
+    DWORD high = 0;
+    const DWORD low = GetFileSize(handleOf(file), &high);
+    // The value of a failure can be that of a size too.
+    if (low == INVALID_FILE_SIZE && GetLastError() != NO_ERROR)
         return false;
-    bytes = static_cast<std::uint64_t>(found.QuadPart);
+    bytes = std::uint64_t{high} << 32 | low;
     return true;
 }
 
