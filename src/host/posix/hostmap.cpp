@@ -6,10 +6,12 @@
 // a wrong address from taking away memory that is not ours.
 #include "host/host.hpp"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <mutex>
 
+#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -25,6 +27,7 @@ struct Region {
     std::byte* memory;
     std::uint64_t size;
     std::uint32_t users; // the mapping and its views
+    int descriptor;      // of the mapping's own, so that it outlives the file as on other hosts
 };
 
 struct View {
@@ -101,7 +104,13 @@ Mapping createMapping(File file)
         std::free(region);
         return 0;
     }
-    *region = {static_cast<std::byte*>(memory), size, 1};
+    const int own = fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
+    if (own < 0) {
+        munmap(memory, size);
+        std::free(region);
+        return 0;
+    }
+    *region = {static_cast<std::byte*>(memory), size, 1, own};
     return reinterpret_cast<Mapping>(region);
 }
 
@@ -109,8 +118,10 @@ bool closeMapping(Mapping mapping)
 {
     if (mapping == 0)
         return false;
-    leave(reinterpret_cast<Region*>(mapping));
-    return true;
+    auto* const region = reinterpret_cast<Region*>(mapping);
+    const bool closed = ::close(region->descriptor) == 0;
+    leave(region);
+    return closed;
 }
 
 std::uint32_t granularity()
@@ -121,7 +132,9 @@ std::uint32_t granularity()
 const void* mapView(Mapping mapping, std::uint32_t offset, std::uint32_t length)
 {
     Region* const region = reinterpret_cast<Region*>(mapping);
-    if (length == 0 || offset % granularity() != 0 || std::uint64_t{offset} + length > region->size)
+    // A file that has shrunk since would end the process at the first read behind its end.
+    const std::uint64_t size = std::min(region->size, sizeOf(region->descriptor));
+    if (length == 0 || offset % granularity() != 0 || std::uint64_t{offset} + length > size)
         return nullptr;
     View* const view = static_cast<View*>(std::malloc(sizeof(View)));
     if (!view)
