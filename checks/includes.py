@@ -23,7 +23,7 @@ version stdint.h
 """.split())
 # The two files that are made for one kind of processor, and the headers of its instructions.
 KERNELS = {ROOT / "src" / "chars" / "runs.hpp", ROOT / "src" / "chars" / "byteset.cpp"}
-INSTRUCTIONS = {"emmintrin.h", "tmmintrin.h"}
+INSTRUCTIONS = {"cpuid.h", "emmintrin.h", "tmmintrin.h"}
 HOSTS = [ROOT / "src" / "host" / name for name in ("posix", "windows", "zbq")]
 HOST = ROOT / "src" / "host"
 MAY_ASK_PLATFORM = {ROOT / "include" / "tessera.h"}

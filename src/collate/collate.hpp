@@ -41,14 +41,16 @@ std::optional<std::int32_t> compareElements(const TSLocale& locale, const Form& 
     if (!area.canWait() && !area.take())
         return {};
     const Sort sort = sortOf(locale);
-    // What both begin with has no difference on level 1, and that decides.
-    const SameStart<Form> same = QuickComparison<Form>::isFor(sort)
-                                     ? sameStart(form, sort, text1, text2)
-                                     : SameStart<Form>{};
-    const std::int32_t difference =
-        firstLetters(form, sort, textBehind(text1, same.skipped), textBehind(text2, same.skipped));
-    if (difference != 0)
+    SameStart<Form> same;
+    if (QuickComparison<Form>::isFor(sort)) {
+        same = sameStart(form, sort, text1, text2);
+        const std::optional<std::int32_t> result = behindSameStart(
+            form, sort, textBehind(text1, same.skipped), textBehind(text2, same.skipped));
+        if (result)
+            return result;
+    } else if (const std::int32_t difference = firstLetters(form, sort, text1, text2)) {
         return difference;
+    }
     return compareFurther(form, sort, text1, text2, same, area);
 }
 

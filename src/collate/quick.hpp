@@ -8,115 +8,13 @@
 // first one, or the last one where the level is backward. Whatever else comes up needs the streams.
 #pragma once
 
-#include <bit>
-#include <cstring>
+#include <algorithm>
 #include <optional>
 #include <type_traits>
 
-#include "collate/next.hpp"
+#include "collate/samestart.hpp"
 
 namespace vlx {
-
-// The bytes that two areas of a size have in common at their beginnings: a word at a time, and the
-// last word where its bytes are of equal worth.
-inline std::size_t sameBytes(const void* area1, const void* area2, std::size_t size)
-{
-    const auto* const first = static_cast<const std::uint8_t*>(area1);
-    const auto* const second = static_cast<const std::uint8_t*>(area2);
-    const auto differs = [&](std::size_t at) {
-        std::uint64_t word1;
-        std::uint64_t word2;
-        std::memcpy(&word1, first + at, sizeof word1);
-        std::memcpy(&word2, second + at, sizeof word2);
-        return word1 ^ word2;
-    };
-    std::size_t same = 0;
-    while (size - same >= 32 &&
-           (differs(same) | differs(same + 8) | differs(same + 16) | differs(same + 24)) == 0)
-        same += 32;
-    for (; size - same >= 8; same += 8)
-        if (const std::uint64_t bits = differs(same)) {
-            if constexpr (std::endian::native == std::endian::little)
-                return same + static_cast<std::size_t>(std::countr_zero(bits)) / 8;
-            break;
-        }
-    while (same < size && first[same] == second[same])
-        ++same;
-    return same;
-}
-
-// The units of whole characters that two texts have in common at their beginnings, or fewer.
-template <class Form>
-std::int32_t sameCharacters(const Form&, const Text<Form>& text1, const Text<Form>& text2)
-{
-    if (text1.at == text1.end || text2.at == text2.end || *text1.at != *text2.at)
-        return 0;
-    constexpr std::size_t kUnit = sizeof(*text1.at);
-    const auto shorter = static_cast<std::size_t>(std::min(text1.left(), text2.left()));
-    return static_cast<std::int32_t>(sameBytes(text1.at, text2.at, shorter * kUnit) / kUnit);
-}
-inline std::int32_t sameCharacters(const MultiForm& form, Text<MultiForm> text1,
-                                   Text<MultiForm> text2)
-{
-    const char* const begin = text1.at;
-    while (text1.at != text1.end && text2.at != text2.end && *text1.at == *text2.at) {
-        const std::int32_t length = form.length(text1);
-        if (length > 1 && (length > text1.left() || length > text2.left() ||
-                           std::memcmp(text1.at, text2.at, static_cast<std::size_t>(length)) != 0))
-            break;
-        text1.at += length;
-        text2.at += length;
-    }
-    return static_cast<std::int32_t>(text1.at - begin);
-}
-inline std::int32_t sameCharacters(const ShiftForm&, const Text<ShiftForm>&, const Text<ShiftForm>&)
-{
-    return 0; // the same bytes are other characters in another state
-}
-
-// Such a run, as far as a character that begins no contraction: what follows it begins an element.
-template <class Form>
-std::int32_t withoutOpenPair(const Form& form, const Sort& sort, const Text<Form>& text,
-                             std::int32_t units)
-{
-    while (units > 0 && sort.mayBeginPair(form.unicode({text.at + units - 1, text.end})))
-        --units;
-    return units;
-}
-inline std::int32_t withoutOpenPair(const MultiForm&, const Sort&, const Text<MultiForm>&,
-                                    std::int32_t)
-{
-    return 0; // characters cannot be read backwards
-}
-inline std::int32_t withoutOpenPair(const ShiftForm&, const Sort&, const Text<ShiftForm>&,
-                                    std::int32_t)
-{
-    return 0;
-}
-
-// The beginning that two texts have in common.
-template <class Form>
-struct SameStart {
-    std::int32_t measured = 0; // its units
-    std::int32_t skipped = 0;  // those in front of an element
-};
-
-// Elements of the same characters are the same, whatever they are, as long as no contraction
-// reaches over the end of the run.
-template <class Form>
-SameStart<Form> sameStart(const Form& form, const Sort& sort, const Text<Form>& text1,
-                          const Text<Form>& text2)
-{
-    const std::int32_t units = sameCharacters(form, text1, text2);
-    return {units, sort.hasContractions() ? withoutOpenPair(form, sort, text1, units) : units};
-}
-
-template <class Form>
-Text<Form> textBehind(Text<Form> text, std::int32_t units)
-{
-    text.at += units;
-    return text;
-}
 
 // One of the two texts.
 template <class Form>
@@ -209,32 +107,68 @@ class QuickSide {
     bool holds_ = false;
 };
 
+// The record of the character at the beginning of a text, which is read, if that is a letter of its
+// own: with a forward level 1 weight, and no part of a contraction; else null.
+template <class Form>
+[[gnu::always_inline]] inline const TSSortChar* readLetter(const Form& form, const Sort& sort,
+                                                           Text<Form>& text)
+{
+    TSChar16 value;
+    if (!readUnicode(form, text, value))
+        return nullptr;
+    // With contractions a character can also be lost where it is read ahead.
+    if (sort.hasContractions() &&
+        (sort.mayBeginPair(value) || value == CollationCursor<Form>::kNothing))
+        return nullptr;
+    const TSSortPage& page = sort.page(value);
+    if (!isTablePage(page))
+        return nullptr;
+    const TSSortChar& record = sort.record(page, value);
+    constexpr unsigned kLetter = forwardBit(1) << kDirectionShift;
+    constexpr unsigned kLooked = kSortExpansion | kSortSpecial | kLetter;
+    return (record.sortBits & kLooked) == kLetter && record.weight1 != 0 ? &record : nullptr;
+}
+
 // The difference of the first letters of two texts, by which most comparisons end; 0 if there is
 // none, or if it takes more than two records to tell.
 template <class Form>
 std::int32_t firstLetters(const Form& form, const Sort& sort, Text<Form> text1, Text<Form> text2)
 {
-    TSChar16 value1;
-    TSChar16 value2;
-    if (!readUnicode(form, text1, value1) || !readUnicode(form, text2, value2) || value1 == value2)
+    if (text1.at == text1.end || text2.at == text2.end || *text1.at == *text2.at)
         return 0;
-    // With contractions a character can also be lost where it is read ahead.
-    constexpr TSChar16 kNothing = CollationCursor<Form>::kNothing;
-    if (sort.hasContractions() && (sort.mayBeginPair(value1) || sort.mayBeginPair(value2) ||
-                                   value1 == kNothing || value2 == kNothing))
+    const TSSortChar* const letter1 = readLetter(form, sort, text1);
+    const TSSortChar* const letter2 = readLetter(form, sort, text2);
+    return letter1 && letter2 ? letter1->weight1 - letter2->weight1 : 0;
+}
+
+// The result of a comparison, if it takes no more than the letters behind what both texts begin
+// with: one text has no more, or the letters differ, on any level and with the same text behind
+// them. Only for sorts that allow a quick comparison.
+template <class Form>
+std::optional<std::int32_t> behindSameStart(const Form& form, const Sort& sort, Text<Form> text1,
+                                            Text<Form> text2)
+{
+    const bool hasMore1 = text1.at != text1.end;
+    const bool hasMore2 = text2.at != text2.end;
+    if (!hasMore1 && !hasMore2)
         return 0;
-    const TSSortPage& page1 = sort.page(value1);
-    const TSSortPage& page2 = sort.page(value2);
-    if (!isTablePage(page1) || !isTablePage(page2))
-        return 0;
-    const TSSortChar& record1 = sort.record(page1, value1);
-    const TSSortChar& record2 = sort.record(page2, value2);
-    constexpr unsigned kLooked = kSortExpansion | kSortSpecial | forwardBit(1) << kDirectionShift;
-    constexpr unsigned kLetter = forwardBit(1) << kDirectionShift;
-    if ((record1.sortBits & kLooked) != kLetter || (record2.sortBits & kLooked) != kLetter ||
-        record1.weight1 == 0 || record2.weight1 == 0)
-        return 0;
-    return record1.weight1 - record2.weight1;
+    const TSSortChar* const letter1 = hasMore1 ? readLetter(form, sort, text1) : nullptr;
+    const TSSortChar* const letter2 = hasMore2 ? readLetter(form, sort, text2) : nullptr;
+    if (!letter1 || !letter2) {
+        if (letter1 && !hasMore2)
+            return 1;
+        if (letter2 && !hasMore1)
+            return -1;
+        return {};
+    }
+    if (letter1->weight1 != letter2->weight1)
+        return letter1->weight1 - letter2->weight1;
+    if ((letter1->weight2 == 0) != (letter2->weight2 == 0) ||
+        (letter1->weight3 == 0) != (letter2->weight3 == 0) || text1.state != text2.state ||
+        text1.left() != text2.left() || !std::equal(text1.at, text1.end, text2.at))
+        return {};
+    const std::int32_t difference = letter1->weight2 - letter2->weight2;
+    return difference != 0 ? difference : letter1->weight3 - letter2->weight3;
 }
 
 template <class Form>

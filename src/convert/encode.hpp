@@ -60,10 +60,11 @@ inline std::int32_t encodeSingle(const TSObject* object, unsigned traits, const 
     return done;
 }
 
-// For characters of different lengths. `put` writes one, and perhaps a byte behind it.
-template <class Put>
+// For characters of different lengths. `put` writes one, and perhaps a byte behind it. `putRun`
+// writes what it has a quicker way for, and leaves the room and two values.
+template <class Put, class PutRun>
 std::int32_t encodeChars(PlainSet plain, const TSChar16* values, std::int32_t count, char*& at,
-                         const char* end, Put put)
+                         const char* end, Put put, PutRun putRun)
 {
     // While there is so much room the next value fits, and overwrites a byte too much.
     constexpr std::ptrdiff_t kRoom = 2 * kMostBytes;
@@ -93,10 +94,11 @@ std::int32_t encodeChars(PlainSet plain, const TSChar16* values, std::int32_t co
             if (run != 0)
                 continue;
         }
+        putRun(from, behind, to, end - kRoom);
         std::ptrdiff_t most = std::min(behind - from, (end - to) / kMostBytes) - 1;
         do
             to += put(*from++, to);
-        while (--most > 0 && !(behind - from >= kWordUnits && plain.has(*from)));
+        while (--most > 0 && !(plain.has(*from) && behind - from >= kWordUnits));
     }
     if (behind - from == 1 && end - to >= kMostBytes) {
         char bytes[kMostBytes];
@@ -124,32 +126,52 @@ inline std::int32_t putPacked(TSChar32 value, char* output)
 
 inline std::int32_t putUtf8(TSChar16 value, char* output)
 {
+    if (value > 0x7FF) {
+        const auto byte = [value](int shift) { return std::uint32_t{value} >> shift & 0x3F; };
+        const bool isLittle = std::endian::native == std::endian::little;
+        const std::uint32_t word = isLittle ? 0x8080E0 | value >> 12 | byte(6) << 8 | byte(0) << 16
+                                            : unicodeToUtf8(value) << 8;
+        std::memcpy(output, &word, sizeof word);
+        return 3;
+    }
     if (value <= 0x7F) {
         *output = static_cast<char>(value);
         return 1;
     }
     const TSChar32 packed = unicodeToUtf8(value);
-    if (value <= 0x7FF) {
-        output[0] = static_cast<char>(packed >> 8);
-        output[1] = static_cast<char>(packed);
-        return 2;
-    }
-    const std::uint32_t word =
-        std::endian::native == std::endian::little ? __builtin_bswap32(packed << 8) : packed << 8;
-    std::memcpy(output, &word, sizeof word);
-    return 3;
+    output[0] = static_cast<char>(packed >> 8);
+    output[1] = static_cast<char>(packed);
+    return 2;
 }
+
+// Characters of three bytes, four at a time.
+inline void putTriples(const TSChar16*& from, const TSChar16* behind, char*& to, const char* end)
+{
+    constexpr std::uint64_t kOnes = 0x0001000100010001;
+    while (behind - from > kWordUnits + 1 && end - to >= 3 * kWordUnits) {
+        // A unit below 0x800 has none of these bits.
+        const std::uint64_t bits = wordAt(from) & 0xF800 * kOnes;
+        if (((bits - kOnes) & ~bits & 0x8000 * kOnes) != 0)
+            break;
+        for (int i = 0; i < kWordUnits; ++i)
+            to += putUtf8(*from++, to);
+    }
+}
+
+// For pages whose characters follow no rule.
+inline void putNoRun(const TSChar16*&, const TSChar16*, char*&, const char*) {}
 
 inline std::int32_t encodeMulti(const TSObject* object, unsigned traits, const TSChar16* values,
                                 std::int32_t count, char*& at, const char* end)
 {
     const PlainSet plain = PlainSet::ofUnits(traits);
     if (object->id == kUtf8CodePage)
-        return encodeChars(plain, values, count, at, end, putUtf8);
+        return encodeChars(plain, values, count, at, end, putUtf8, putTriples);
     const UnicodePages pages(object);
-    return encodeChars(plain, values, count, at, end, [pages](TSChar16 value, char* output) {
-        return putPacked(pages.packed(value), output);
-    });
+    return encodeChars(
+        plain, values, count, at, end,
+        [pages](TSChar16 value, char* output) { return putPacked(pages.packed(value), output); },
+        putNoRun);
 }
 
 // For stateful text: a shift byte stands before each character of another size than the last.
@@ -161,16 +183,18 @@ inline std::int32_t encodeShifted(const TSObject* object, const TSChar16* values
         return 0;
     const TSCodePageHeader& page = tsCodePage(object);
     const UnicodePages pages(object);
-    return encodeChars(PlainSet::ofUnits(0), values, count, at, end,
-                       [&](TSChar16 value, char* output) {
-                           const TSChar32 character = pages.packed(value);
-                           const bool isMulti = character > 0xFF;
-                           if (isMulti == (state != 0))
-                               return putPacked(character, output);
-                           state = isMulti;
-                           *output = static_cast<char>(isMulti ? page.shiftIn : page.shiftOut);
-                           return 1 + putPacked(character, output + 1);
-                       });
+    return encodeChars(
+        PlainSet::ofUnits(0), values, count, at, end,
+        [&](TSChar16 value, char* output) {
+            const TSChar32 character = pages.packed(value);
+            const bool isMulti = character > 0xFF;
+            if (isMulti == (state != 0))
+                return putPacked(character, output);
+            state = isMulti;
+            *output = static_cast<char>(isMulti ? page.shiftIn : page.shiftOut);
+            return 1 + putPacked(character, output + 1);
+        },
+        putNoRun);
 }
 
 // Where shift bytes are written; else the state stays.
