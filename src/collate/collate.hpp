@@ -34,9 +34,9 @@ compareFurther(const Form& form, const Sort& sort, const Text<Form>& text1, cons
 // The route without options: by collation elements. None without memory, where it is needed or
 // where the caller can see that it was asked for.
 template <class Form>
-std::optional<std::int32_t> compareElements(const TSLocale& locale, const Form& form,
-                                            const Text<Form>& text1, const Text<Form>& text2,
-                                            WorkArea& area)
+[[gnu::noinline]] std::optional<std::int32_t>
+compareElements(const TSLocale& locale, const Form& form, const Text<Form>& text1,
+                const Text<Form>& text2, WorkArea& area)
 {
     if (!area.canWait() && !area.take())
         return {};

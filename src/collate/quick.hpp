@@ -130,9 +130,11 @@ template <class Form>
 }
 
 // The difference of the first letters of two texts, by which most comparisons end; 0 if there is
-// none, or if it takes more than two records to tell.
+// none, or if it takes more than two records to tell. A call would
+// put both texts down and wait for them.
 template <class Form>
-std::int32_t firstLetters(const Form& form, const Sort& sort, Text<Form> text1, Text<Form> text2)
+[[gnu::always_inline]] inline std::int32_t firstLetters(const Form& form, const Sort& sort,
+                                                        Text<Form> text1, Text<Form> text2)
 {
     if (text1.at == text1.end || text2.at == text2.end || *text1.at == *text2.at)
         return 0;
