@@ -31,7 +31,9 @@ def times_of(document):
 
 
 def shown(time, rate):
-    return f"{rate / 1e9:.2f} GB/s" if rate else f"{time / 1e3:.1f} us"
+    if rate:
+        return f"{rate / 1e9:.2f} GB/s"
+    return f"{time:.1f} ns" if time < 1e3 else f"{time / 1e3:.1f} us"
 
 
 def main():
@@ -40,7 +42,7 @@ def main():
     with open(sys.argv[1], encoding="utf-8") as file:
         rows = times_of(json.load(file))
     print(f"{'work':<32} {'ours':>12} {'best peer':>12}  {'':<20} {'ratio':>6}")
-    for case, times in rows.items():
+    for case, times in sorted(rows.items()):
         peers = {who: row for who, row in times.items() if who != OURS}
         if OURS not in times or not peers:
             continue
