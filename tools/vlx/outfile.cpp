@@ -47,6 +47,36 @@ void forgetOnSignal()
         sigaction(signal, &action, nullptr);
 }
 
+// Keeps the signals waiting.
+class SignalsWait {
+  public:
+    SignalsWait()
+    {
+        sigset_t signals;
+        sigemptyset(&signals);
+        for (const int signal : kSignals)
+            sigaddset(&signals, signal);
+        sigprocmask(SIG_BLOCK, &signals, &before_);
+    }
+    ~SignalsWait() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+    SignalsWait(const SignalsWait&) = delete;
+    SignalsWait& operator=(const SignalsWait&) = delete;
+
+  private:
+    sigset_t before_;
+};
+
+// Makes a file whose name ends in XXXXXX, for which it puts other letters, and sees to it that a
+// signal removes it, at whatever moment that comes.
+int makeTemporary(std::string& path)
+{
+    const SignalsWait wait;
+    const int file = mkostemp(path.data(), O_CLOEXEC);
+    if (file >= 0)
+        removeOnSignal(path);
+    return file;
+}
+
 // The permissions of a new file.
 mode_t usualMode()
 {
@@ -81,11 +111,10 @@ void OutputFile::openBeside(const std::string& name)
     if (missing)
         place_ = name;
     std::string path = place_.string() + ".XXXXXX";
-    file_ = mkostemp(path.data(), O_CLOEXEC);
+    file_ = makeTemporary(path);
     if (file_ < 0)
         return;
     temporary_ = path;
-    removeOnSignal(path);
     struct stat status = {};
     const mode_t mode = stat(place_.c_str(), &status) == 0 ? status.st_mode & 07777 : usualMode();
     if (fchmod(file_, mode) != 0) {
