@@ -139,9 +139,10 @@ const void* mapView(Mapping mapping, std::uint32_t offset, std::uint32_t length)
     View* const view = static_cast<View*>(std::malloc(sizeof(View)));
     if (!view)
         return nullptr;
-    *view = {region->memory + offset, region, nullptr};
-    enter(view);
-    return view->address;
+    const void* const address = region->memory + offset;
+    *view = {address, region, nullptr};
+    enter(view); // from here on whoever ends a view at this address may take it
+    return address;
 }
 
 bool unmapView(const void* address)
