@@ -131,7 +131,7 @@ std::uint32_t granularity()
 
 const void* mapView(Mapping mapping, std::uint32_t offset, std::uint32_t length)
 {
-    Region* const region = reinterpret_cast<Region*>(mapping);
+    auto* const region = reinterpret_cast<Region*>(mapping);
     // A file that has shrunk since would end the process at the first read behind its end.
     const std::uint64_t size = std::min(region->size, sizeOf(region->descriptor));
     if (length == 0 || offset % granularity() != 0 || std::uint64_t{offset} + length > size)
@@ -145,13 +145,13 @@ const void* mapView(Mapping mapping, std::uint32_t offset, std::uint32_t length)
     return address;
 }
 
-bool unmapView(const void* address)
+bool unmapView(const void* view)
 {
-    View* const view = take(address);
-    if (!view)
+    View* const record = take(view);
+    if (!record)
         return false;
-    leave(view->region);
-    std::free(view);
+    leave(record->region);
+    std::free(record);
     return true;
 }
 
